@@ -1,0 +1,18 @@
+// The project file (.MDL): one model, read into the cells of the design panels
+// and written back from them, key by key, in a fixed table order.
+#pragma once
+
+namespace tarvokin {
+
+class Workbench;
+
+// Reads wb.projectFilePath into the panels, then recalculates. A non-numeric
+// value in a numeric key raises the run-time error (RunError) with the cells
+// holding what was read so far.
+void LoadProject(Workbench& wb);
+
+// Writes every key from the panels to wb.projectFilePath (written beside,
+// then replaced). Profil_0..2 only when F_Main.T_profils is 1.
+void SaveProject(Workbench& wb);
+
+}  // namespace tarvokin

@@ -1,0 +1,121 @@
+#include "project/sheet.h"
+
+#include <algorithm>
+
+#include "project/list_items.h"
+#include "project/text_case.h"
+
+namespace tarvokin {
+
+namespace {
+const std::vector<std::string>& emptyItems() {
+    static const std::vector<std::string> none;
+    return none;
+}
+}  // namespace
+
+Sheet::Sheet()
+    : text_(kCellCount), listIndex_(kCellCount, -1), items_(kCellCount) {
+    for (const FixedList& fl : fixedLists()) {
+        items_[fl.cell.id] = std::make_shared<const std::vector<std::string>>(fl.items);
+    }
+    reset();
+}
+
+void Sheet::reset() {
+    const auto& table = cellTable();
+    for (uint16_t i = 0; i < kCellCount; ++i) {
+        const CellDef& d = table[i];
+        if (d.kind == CellKind::List) {
+            int idx = static_cast<int>(leadingNumber(d.defaultText));
+            const auto& it = items(Cell{i});
+            if (idx >= static_cast<int>(it.size())) idx = -1;
+            listIndex_[i] = idx;
+            text_[i] = idx >= 0 ? it[static_cast<size_t>(idx)] : std::string();
+        } else {
+            text_[i] = d.defaultText;
+        }
+        notify(Cell{i});
+    }
+}
+
+void Sheet::set(Cell c, std::string_view value) {
+    std::string& t = text_[c.id];
+    if (t == value) return;
+    t.assign(value);
+    if (isList(c)) {
+        // An editable list whose text is typed: the position follows the text.
+        const auto& it = items(c);
+        int idx = -1;
+        for (size_t i = 0; i < it.size(); ++i) {
+            if (it[i] == t) {
+                idx = static_cast<int>(i);
+                break;
+            }
+        }
+        listIndex_[c.id] = idx;
+    }
+    notify(c);
+}
+
+const std::vector<std::string>& Sheet::items(Cell c) const {
+    const auto& p = items_[c.id];
+    return p ? *p : emptyItems();
+}
+
+void Sheet::setItems(Cell c, std::vector<std::string> items) {
+    items_[c.id] = std::make_shared<const std::vector<std::string>>(std::move(items));
+    const auto& it = *items_[c.id];
+    int idx = -1;
+    for (size_t i = 0; i < it.size(); ++i) {
+        if (it[i] == text_[c.id]) {
+            idx = static_cast<int>(i);
+            break;
+        }
+    }
+    listIndex_[c.id] = idx;
+    if (idx < 0) text_[c.id].clear();
+    notify(c);
+}
+
+bool Sheet::isList(Cell c) const { return cellTable()[c.id].kind == CellKind::List; }
+
+void Sheet::setListIndex(Cell c, int index) {
+    const auto& it = items(c);
+    if (index < -1 || index >= static_cast<int>(it.size())) {
+        throw RunError(380, "Valeur de propriété non valide");
+    }
+    if (listIndex_[c.id] == index && (index < 0 || text_[c.id] == it[static_cast<size_t>(index)])) return;
+    listIndex_[c.id] = index;
+    text_[c.id] = index >= 0 ? it[static_cast<size_t>(index)] : std::string();
+    notify(c);
+}
+
+bool Sheet::selectText(Cell c, std::string_view text) {
+    const auto& it = items(c);
+    for (size_t i = 0; i < it.size(); ++i) {
+        if (equalsNoCase(it[i], text)) {
+            setListIndex(c, static_cast<int>(i));
+            return true;
+        }
+    }
+    return false;
+}
+
+int Sheet::addListener(Listener l) {
+    int h = nextListener_++;
+    listeners_.emplace_back(h, std::move(l));
+    return h;
+}
+
+void Sheet::removeListener(int handle) {
+    listeners_.erase(std::remove_if(listeners_.begin(), listeners_.end(),
+                                    [handle](const auto& p) { return p.first == handle; }),
+                     listeners_.end());
+}
+
+void Sheet::notify(Cell c) {
+    for (auto& [h, l] : listeners_) l(c);
+}
+
+}  // namespace tarvokin

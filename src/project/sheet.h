@@ -1,0 +1,62 @@
+// The sheet: one current text per cell of every window, as entered, converted
+// to a number at the moment of use. Windows are views of it and listen to it.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "project/cells.h"
+#include "project/numbers.h"
+
+namespace tarvokin {
+
+class Sheet {
+public:
+    Sheet();
+
+    // Back to the declared defaults (a new, empty design). Listeners are told.
+    void reset();
+
+    const std::string& text(Cell c) const { return text_[c.id]; }
+    void set(Cell c, std::string_view value);
+
+    // Strict conversion (empty or "-" is a format error) and lenient leading read.
+    double num(Cell c) const { return toNumber(text_[c.id]); }
+    double val(Cell c) const { return leadingNumber(text_[c.id]); }
+    // True when the cell reads as a number other than 0 (flags, ready marks).
+    bool on(Cell c) const { return val(c) != 0.0; }
+
+    // Writes a number with a fixed count of decimals ("." separator).
+    void setFixed(Cell c, double v, int decimals) { set(c, fixed(v, decimals)); }
+    void setPlain(Cell c, double v) { set(c, plain(v)); }
+
+    // ---- list controls: items, position (-1 none), text = item at position ----
+    const std::vector<std::string>& items(Cell c) const;
+    void setItems(Cell c, std::vector<std::string> items);  // keeps the text if still listed
+    int listIndex(Cell c) const { return listIndex_[c.id]; }
+    // Position -1..count-1; text follows. Out of range is the invalid-value error.
+    void setListIndex(Cell c, int index);
+    // Selects the item equal to text (case-insensitive as the list controls
+    // compare); false when no item matches and the list is left as it was.
+    bool selectText(Cell c, std::string_view text);
+    bool isList(Cell c) const;
+
+    // Change notification: called after a cell's text or position changed.
+    using Listener = std::function<void(Cell)>;
+    int addListener(Listener l);
+    void removeListener(int handle);
+
+private:
+    void notify(Cell c);
+
+    std::vector<std::string> text_;
+    std::vector<int> listIndex_;
+    std::vector<std::shared_ptr<const std::vector<std::string>>> items_;
+    std::vector<std::pair<int, Listener>> listeners_;
+    int nextListener_ = 1;
+};
+
+}  // namespace tarvokin

@@ -1,2 +1,11 @@
-#include <cstdio>
-int main() { std::fprintf(stderr, "tarvokin-cli: commands are being written\n"); return 1; }
+#include <clocale>
+#include <iostream>
+
+#include "shell/cli.h"
+
+int main(int argc, char** argv) {
+    // Number text is "." whatever the user's locale.
+    std::setlocale(LC_ALL, "C");
+    std::vector<std::string> args(argv + 1, argv + argc);
+    return tarvokin::runCli(args, argv[0], std::cout, std::cerr);
+}

@@ -1,0 +1,24 @@
+// Small builders shared by the panels: a captioned row of bound cells.
+#pragma once
+
+#include <QFormLayout>
+#include <QGridLayout>
+#include <QString>
+#include <initializer_list>
+
+#include "project/cells.h"
+
+namespace tarvokin::ui {
+
+class SheetBridge;
+
+// Row `row` of a grid: a caption, then one field per cell. Cells listed in
+// `readOnly` are shown as results.
+void addGridRow(SheetBridge& b, QGridLayout* g, int row, const QString& caption, std::initializer_list<Cell> cells,
+                const QString& tooltip = {}, std::initializer_list<Cell> readOnly = {});
+
+// Captioned field or result in a form.
+QWidget* addField(SheetBridge& b, QFormLayout* f, const QString& caption, Cell c, const QString& tooltip = {});
+QWidget* addResult(SheetBridge& b, QFormLayout* f, const QString& caption, Cell c);
+
+}  // namespace tarvokin::ui

@@ -1,0 +1,345 @@
+#include "shell/ui/main_window.h"
+
+#include <QAction>
+#include <QActionGroup>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDesktopServices>
+#include <QFileDialog>
+#include <QHBoxLayout>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QProcess>
+#include <QScrollArea>
+#include <QStackedWidget>
+#include <QStandardPaths>
+#include <QStyle>
+#include <QToolBar>
+#include <QUrl>
+#include <filesystem>
+
+#include "design/ui/fuselage_panel.h"
+#include "design/ui/settings_panel.h"
+#include "design/ui/stab_panel.h"
+#include "design/ui/wing_panel.h"
+#include "shell/session.h"
+#include "shell/ui/cell_widgets.h"
+#include "shell/ui/preferences_dialog.h"
+#include "shell/ui/sheet_bridge.h"
+#include "shell/ui/toolbar_icons.h"
+#include "shell/workbench.h"
+#include "views/ui/design_summary.h"
+
+namespace tarvokin::ui {
+
+namespace {
+
+struct ButtonDef {
+    int position;
+    const char* tooltip;
+    const char* label;
+};
+
+// Toolbar2 by position; positions 5, 16, 22, 28 and 31 are separators.
+const ButtonDef kButtons[] = {
+    {2, "Nouveau Projet", "N"},
+    {3, "Ouvrir un Projet", "O"},
+    {4, "Sauvegarder un Projet", "S"},
+    {6, "Base de données", "BD"},
+    {7, "Vue 3D", "3D"},
+    {8, "Présélection des Profils", "Pr"},
+    {9, "Interpolation de Polaires", "IP"},
+    {10, "Géométrie de l'aile", "Ai"},
+    {11, "Fuselage", "Fu"},
+    {12, "Stab", "St"},
+    {13, "Règlages", "Rg"},
+    {14, "Distributiondes Pressions / Vitesses", "Cp"},
+    {15, "Vue 2D", "2D"},
+    {17, "Performances", "Pf"},
+    {18, "Allongement", "Al"},
+    {19, "Calcul Motorisations", "CM"},
+    {20, "Motorisation", "Mo"},
+    {21, "Servos", "Sv"},
+    {23, "Convertisseur d'unités", "U"},
+    {24, "Calculatrice Windows", "="},
+    {25, "Générateur de profils NACA", "NA"},
+    {26, "Générateur de profils intermédiaires", "Nv"},
+    {27, "Générateur de Couples", "Cp"},
+    {29, "Wizzard", "W"},
+    {30, "Fermer toutes les fenêtres", "X"},
+    {32, "Rapport HTML", "H"},
+    {33, "Export Excel", "XL"},
+};
+
+bool isSeparatorPosition(int p) { return p == 5 || p == 16 || p == 22 || p == 28 || p == 31; }
+
+bool isToggle(int p) { return p == button::Wing || p == button::Fuselage || p == button::Stab || p == button::Reglages; }
+
+QString calculatorProgram() {
+    for (const char* name : {"gnome-calculator", "kcalc", "galculator", "qalculate-gtk", "xcalc"}) {
+        QString p = QStandardPaths::findExecutable(QString::fromLatin1(name));
+        if (!p.isEmpty()) return p;
+    }
+    return {};
+}
+
+}  // namespace
+
+MainWindow::MainWindow(Workbench& wb, SheetBridge& bridge, QWidget* parent)
+    : QMainWindow(parent), wb_(wb), bridge_(bridge) {
+    setObjectName("F_Main");
+    buildCentre();
+    buildToolbar();
+    buildMenus();
+    auto title = [this] { setWindowTitle(qs(wb_.sheet.text(F_Main::Caption))); };
+    title();
+    bridge_.watch(F_Main::Caption, this, title);
+    for (int p = 1; p <= 33; ++p) bridge_.watch(F_Main::Toolbar2[p], this, [this] { panelTagsChanged(); });
+    panelTagsChanged();
+    resize(1200, 820);
+}
+
+QAction* MainWindow::toolbarButton(int position) const {
+    auto it = buttons_.find(position);
+    return it == buttons_.end() ? nullptr : it->second;
+}
+
+QWidget* MainWindow::designPanel(int button) const {
+    auto it = designPanels_.find(button);
+    return it == designPanels_.end() ? nullptr : it->second;
+}
+
+void MainWindow::buildCentre() {
+    auto* centre = new QWidget;
+    auto* row = new QHBoxLayout(centre);
+    row->setContentsMargins(4, 4, 4, 4);
+
+    designStack_ = new QStackedWidget;
+    designPanels_[button::Wing] = new WingPanel(bridge_);
+    designPanels_[button::Stab] = new StabPanel(bridge_);
+    designPanels_[button::Fuselage] = new FuselagePanel(bridge_);
+    for (auto& [b, w] : designPanels_) designStack_->addWidget(w);
+    designPlace_ = new QScrollArea;
+    designPlace_->setWidget(designStack_);
+    designPlace_->setWidgetResizable(true);
+    designPlace_->setMinimumWidth(560);
+    row->addWidget(designPlace_, 3);
+
+    auto* summary = new QScrollArea;
+    summary->setWidget(new DesignSummary(bridge_));
+    summary->setWidgetResizable(true);
+    row->addWidget(summary, 2);
+
+    settingsPlace_ = new QScrollArea;
+    auto* settings = new SettingsPanel(bridge_);
+    settingsPlace_->setWidget(settings);
+    settingsPlace_->setWidgetResizable(true);
+    settingsPlace_->setMinimumWidth(340);
+    row->addWidget(settingsPlace_, 2);
+    setCentralWidget(centre);
+}
+
+void MainWindow::buildToolbar() {
+    auto* tb = addToolBar(QStringLiteral("Toolbar2"));
+    tb->setObjectName("Toolbar2");
+    tb->setMovable(false);
+    const QString calc = calculatorProgram();
+    int next = 2;
+    for (const ButtonDef& d : kButtons) {
+        for (; next < d.position; ++next) {
+            if (isSeparatorPosition(next)) tb->addSeparator();
+        }
+        next = d.position + 1;
+        const int pos = d.position;
+        QIcon icon;
+        if (pos == button::New) icon = style()->standardIcon(QStyle::SP_FileIcon);
+        else if (pos == button::Open) icon = style()->standardIcon(QStyle::SP_DialogOpenButton);
+        else if (pos == button::Save) icon = style()->standardIcon(QStyle::SP_DialogSaveButton);
+        else icon = tileIcon(QString::fromUtf8(d.label), isToggle(pos) ? QColor(40, 110, 180) : QColor(110, 110, 120));
+        QAction* a = tb->addAction(icon, QString::fromUtf8(d.tooltip));
+        a->setToolTip(QString::fromUtf8(d.tooltip));
+        a->setObjectName(QStringLiteral("Toolbar2_%1").arg(pos));
+        buttons_[pos] = a;
+        a->setEnabled(false);  // the panels of later steps enable their own buttons
+        if (isToggle(pos)) {
+            a->setCheckable(true);
+            a->setEnabled(true);
+            connect(a, &QAction::triggered, this, [this, pos] { TogglePanel(wb_, pos); });
+        }
+    }
+    buttons_[button::Open]->setEnabled(true);
+    connect(buttons_[button::Open], &QAction::triggered, this, &MainWindow::openProject);
+    buttons_[button::Save]->setEnabled(true);
+    connect(buttons_[button::Save], &QAction::triggered, this, [this] {
+        if (wb_.projectFilePath.empty()) saveProjectAs();
+        else guarded(wb_, [this] { SaveCurrentProject(wb_); });
+    });
+    buttons_[button::CloseAll]->setEnabled(true);
+    connect(buttons_[button::CloseAll], &QAction::triggered, this, [this] { CloseAllPanels(wb_); });
+    if (!calc.isEmpty()) {
+        buttons_[24]->setEnabled(true);
+        connect(buttons_[24], &QAction::triggered, this, [calc] { QProcess::startDetached(calc, {}); });
+    }
+}
+
+void MainWindow::buildMenus() {
+    auto entry = [this](QMenu* m, const char* name, const QString& caption, bool enabled = false) {
+        QAction* a = m->addAction(caption);
+        a->setObjectName(QString::fromLatin1(name));
+        a->setEnabled(enabled);
+        return a;
+    };
+    QMenu* fich = menuBar()->addMenu(QStringLiteral("&Fichier"));
+    fich->setObjectName("IM_FICH");
+    entry(fich, "IM_NEW_PROJ", QStringLiteral("&Nouveau Projet"));
+    connect(entry(fich, "IM_OPEN_PROJ", QStringLiteral("&Ouvrir un Projet"), true), &QAction::triggered, this,
+            &MainWindow::openProject);
+    entry(fich, "IM_IMPORT", QStringLiteral("&Importer TARVOKIN Excel"));
+    connect(entry(fich, "IM_SAVE_PROJ", QStringLiteral("&Sauvegarder le Projet"), true), &QAction::triggered, this,
+            &MainWindow::saveProjectAs);
+    QAction* sep0 = fich->addSeparator();
+    sep0->setObjectName("sep0");
+    std::vector<QAction*> recent;
+    for (int i = 0; i < 6; ++i) {
+        QAction* a = entry(fich, "IM_RECENT", QString(), true);
+        a->setProperty("index", i);
+        connect(a, &QAction::triggered, this, [this, i] { guarded(wb_, [&] { RecentClicked(wb_, i); }); });
+        recent.push_back(a);
+    }
+    auto showRecent = [this, recent, sep0] {
+        bool any = false;
+        for (int i = 0; i < 6; ++i) {
+            const QString caption = qs(wb_.sheet.text(F_Main::IM_RECENT[i]));
+            recent[static_cast<size_t>(i)]->setText(QStringLiteral("&%1 %2").arg(i + 1).arg(caption));
+            recent[static_cast<size_t>(i)]->setVisible(!caption.isEmpty());
+            any = any || !caption.isEmpty();
+        }
+        sep0->setVisible(any);
+    };
+    showRecent();
+    for (int i = 0; i < 6; ++i) bridge_.watch(F_Main::IM_RECENT[i], this, showRecent);
+    fich->addSeparator()->setObjectName("sep2");
+    connect(entry(fich, "IM_QUIT", QStringLiteral("&Quitter"), true), &QAction::triggered, this, &QWidget::close);
+
+    QMenu* prof = menuBar()->addMenu(QStringLiteral("&Profils"));
+    prof->setObjectName("IM_PROFILS");
+    entry(prof, "IM_BASE", QStringLiteral("&Base de données"));
+    entry(prof, "IM_ADD_AIRFOIL", QStringLiteral("&Ajouter un Profil"));
+    prof->addSeparator()->setObjectName("sep_naca");
+    entry(prof, "IM_NACAGEN", QStringLiteral("&Générateur de profils NACA"));
+    entry(prof, "IM_RIBS", QStringLiteral("&Générateur de nervures intermédiaires"));
+    prof->addSeparator()->setObjectName("sep_pres");
+    entry(prof, "IM_PRESSURE", QStringLiteral("&Distributiondes Pressions / Vitesses"));
+    entry(prof, "IM_TEST_INTERPOL", QStringLiteral("&Interpolation"));
+
+    QMenu* conf = menuBar()->addMenu(QStringLiteral("&Configuration"));
+    conf->setObjectName("IM_CONFIG");
+    connect(entry(conf, "IM_PREFER", QStringLiteral("&Préférences"), true), &QAction::triggered, this,
+            &MainWindow::openPreferences);
+    conf->addSeparator()->setObjectName("sep");
+    connect(entry(conf, "IM_PARAM", QStringLiteral("&Paramètres Généraux des Profils"), true), &QAction::triggered,
+            this, [this] { openInEditor(QStringLiteral("DATA/GENERIC.CSV")); });
+    connect(entry(conf, "IM_PARAM_MOT", QStringLiteral("&Paramètres Généraux des Moteurs"), true),
+            &QAction::triggered, this, [this] { openInEditor(QStringLiteral("DATA/MOTEURS.CSV")); });
+    connect(entry(conf, "IM_PARAM_MODELES", QStringLiteral("&Paramètres Généraux des Modèles"), true),
+            &QAction::triggered, this, [this] {
+                openInEditor(QStringLiteral("MODELES/MODELES.XLS"), QStringLiteral("Fichier Excel inexistant"));
+            });
+
+    QMenu* view = menuBar()->addMenu(QStringLiteral("&Affichage"));
+    view->setObjectName("IM_LView");
+    for (const char* caption : {"&Présélection des Profils", "&Performances", "&Allongement",
+                                "&calculs de Motorisations", "&Motorisations"}) {
+        entry(view, "IM_VIEW", QString::fromUtf8(caption));
+    }
+    view->addSeparator()->setObjectName("ssep");
+    entry(view, "IM_View_Modele", QStringLiteral("&Vue 3D"));
+    QAction* fus = entry(view, "IM_FUS", QStringLiteral("&Géométrie du Fuselage"), true);
+    connect(fus, &QAction::triggered, this, [this] { TogglePanel(wb_, button::Fuselage); });
+    view->addSeparator()->setObjectName("szep");
+    entry(view, "IM_NAV", QStringLiteral("&Navigateur"));
+
+    QMenu* cnc = menuBar()->addMenu(QStringLiteral("&CNC"));
+    cnc->setObjectName("IM_CNC");
+    entry(cnc, "IM_GEN_Couples", QStringLiteral("&Génération des Couples"));
+    entry(cnc, "IM_GEN_FUS", QStringLiteral("&Génération du Fuselage"));
+
+    QMenu* lang = menuBar()->addMenu(QStringLiteral("&Langue"));
+    lang->setObjectName("IM_Lnguage");
+    auto* group = new QActionGroup(lang);
+    const char* languages[] = {"Français", "English", "Español", "Italiano"};
+    for (int i = 0; i < 4; ++i) {
+        QAction* a = entry(lang, "IM_Language", QString::fromUtf8(languages[i]), true);
+        a->setProperty("index", i);
+        a->setCheckable(true);
+        a->setChecked(wb_.settings.languageCode == std::to_string(i));
+        group->addAction(a);
+        connect(a, &QAction::triggered, this, [this, i] { ChangeLanguage(wb_, std::to_string(i)); });
+    }
+
+    QMenu* help = menuBar()->addMenu(QStringLiteral("&Aide"));
+    help->setObjectName("IM_HELP");
+    entry(help, "IM_TARVOK", QStringLiteral("&Aide Tarvokin RC"));
+    entry(help, "IM_FICH_HELP", QStringLiteral("&Guide de Conception"));
+    connect(entry(help, "IM_About", QStringLiteral("&A propos"), true), &QAction::triggered, this, [this] {
+        QMessageBox::about(this, QStringLiteral("TARVOKIN"),
+                           QStringLiteral("TARVOKIN version 3.1\nAtelier d'avant-projet de modèles réduits radiocommandés."));
+    });
+}
+
+void MainWindow::panelTagsChanged() {
+    int shown = 0;
+    for (int b : {button::Wing, button::Stab, button::Fuselage}) {
+        if (wb_.isOpen(b)) shown = b;
+    }
+    if (shown != 0) designStack_->setCurrentWidget(designPanels_[shown]);
+    designPlace_->setVisible(shown != 0);
+    settingsPlace_->setVisible(wb_.isOpen(button::Reglages));
+    for (auto& [pos, a] : buttons_) {
+        if (a->isCheckable()) {
+            QSignalBlocker blk(a);
+            a->setChecked(wb_.isOpen(pos));
+        }
+    }
+}
+
+void MainWindow::openProject() {
+    const QString start = qs((wb_.home() / "MODELES").string());
+    const QString file = QFileDialog::getOpenFileName(this, QStringLiteral("Ouvrir un Projet"), start,
+                                                      QStringLiteral("Fichiers Modèles (*.mdl *.MDL);;All Files (*)"));
+    if (file.isEmpty()) return;
+    guarded(wb_, [&] { OpenProject(wb_, ss(file)); });
+}
+
+void MainWindow::saveProjectAs() {
+    QString offer = qs(wb_.projectFilePath);
+    if (offer.isEmpty()) offer = qs((wb_.home() / "MODELES" / wb_.sheet.text(F_3D::T_NOM_Modele)).string());
+    const QString file = QFileDialog::getSaveFileName(this, QStringLiteral("Sauvegarder le Projet"), offer,
+                                                      QStringLiteral("Fichiers Modèles (*.mdl *.MDL);;All Files (*)"));
+    guarded(wb_, [&] { SaveProjectAs(wb_, ss(file)); });
+}
+
+void MainWindow::openPreferences() {
+    PreferencesDialog dialog(wb_, bridge_, this);
+    dialog.exec();
+}
+
+void MainWindow::openInEditor(const QString& relativePath, const QString& missingMessage) {
+    const QString file = qs((wb_.home() / ss(relativePath)).string());
+    if (!std::filesystem::exists(ss(file))) {
+        QMessageBox::information(this, QStringLiteral("TARVOKIN V3.0"),
+                                 missingMessage.isEmpty() ? file + QStringLiteral(" : fichier inexistant") : missingMessage);
+        return;
+    }
+    QDesktopServices::openUrl(QUrl::fromLocalFile(file));
+}
+
+void MainWindow::closeEvent(QCloseEvent* e) {
+    if (!quitting_) {
+        quitting_ = true;
+        Quit(wb_);
+    }
+    e->accept();
+}
+
+}  // namespace tarvokin::ui

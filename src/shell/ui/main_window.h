@@ -1,0 +1,53 @@
+// F_Main: the menu bar, the toolbar Toolbar2 and the one view that holds the
+// design panels. Every command goes to the window-free routines of the shell.
+#pragma once
+
+#include <QMainWindow>
+#include <map>
+
+class QAction;
+class QStackedWidget;
+class QScrollArea;
+
+namespace tarvokin {
+class Workbench;
+}
+
+namespace tarvokin::ui {
+
+class SheetBridge;
+
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+public:
+    MainWindow(Workbench& wb, SheetBridge& bridge, QWidget* parent = nullptr);
+
+    // The toolbar action at a button position (separators have none).
+    QAction* toolbarButton(int position) const;
+    QWidget* designPanel(int button) const;
+
+    void openProject();
+    void saveProjectAs();
+
+protected:
+    void closeEvent(QCloseEvent* e) override;
+
+private:
+    void buildMenus();
+    void buildToolbar();
+    void buildCentre();
+    void panelTagsChanged();
+    void openPreferences();
+    void openInEditor(const QString& relativePath, const QString& missingMessage = {});
+
+    Workbench& wb_;
+    SheetBridge& bridge_;
+    std::map<int, QAction*> buttons_;
+    std::map<int, QWidget*> designPanels_;
+    QStackedWidget* designStack_ = nullptr;
+    QScrollArea* designPlace_ = nullptr;
+    QScrollArea* settingsPlace_ = nullptr;
+    bool quitting_ = false;
+};
+
+}  // namespace tarvokin::ui

@@ -1,0 +1,79 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "project/numbers.h"
+
+using namespace tarvokin;
+
+TEST(FixedDecimals, RoundsHalfAwayFromZeroOnTheDecimalValue) {
+    // 2.675 and 1.005 are stored just below the tie; their decimal value is the tie.
+    EXPECT_EQ(fixed(2.675, 2), "2.68");
+    EXPECT_EQ(fixed(-2.675, 2), "-2.68");
+    EXPECT_EQ(fixed(1.005, 2), "1.01");
+    EXPECT_EQ(fixed(0.125, 2), "0.13");
+    EXPECT_EQ(fixed(2.5, 0), "3");
+    EXPECT_EQ(fixed(-2.5, 0), "-3");
+    EXPECT_EQ(fixed(2.674999, 2), "2.67");
+}
+
+TEST(FixedDecimals, WritesEveryDecimalAndNoNegativeZero) {
+    EXPECT_EQ(fixed(3.1, 2), "3.10");
+    EXPECT_EQ(fixed(0.0004, 3), "0.000");
+    EXPECT_EQ(fixed(-0.0004, 3), "0.000");
+    EXPECT_EQ(fixed(12345.6789, 1), "12345.7");
+    EXPECT_EQ(fixed(0.05, 7), "0.0500000");
+    EXPECT_EQ(fixed(1e17, 2), "100000000000000000.00");
+}
+
+TEST(FixedDecimals, RefusesInfinityAndNan) {
+    EXPECT_THROW(fixed(std::numeric_limits<double>::infinity(), 2), RunError);
+    EXPECT_THROW(fixed(std::nan(""), 2), RunError);
+    EXPECT_THROW(plain(std::numeric_limits<double>::infinity()), RunError);
+}
+
+TEST(PlainText, ShortestFormWithFifteenDigits) {
+    EXPECT_EQ(plain(200.0), "200");
+    EXPECT_EQ(plain(171.5), "171.5");
+    EXPECT_EQ(plain(0.1 + 0.2), "0.3");
+    EXPECT_EQ(plain(-0.0), "0");
+    EXPECT_EQ(plain(1e-5), "1E-05");
+    EXPECT_EQ(roundedPlain(230.456, 2), "230.46");
+    EXPECT_EQ(roundedPlain(35.5, 0), "36");
+    EXPECT_EQ(roundedPlain(12.345678, 5), "12.34568");
+}
+
+TEST(StrictConversion, AcceptsOnlyAWholeNumber) {
+    EXPECT_DOUBLE_EQ(toNumber(" 12.5 "), 12.5);
+    EXPECT_DOUBLE_EQ(toNumber("-3"), -3.0);
+    EXPECT_DOUBLE_EQ(toNumber("+.5"), 0.5);
+    EXPECT_DOUBLE_EQ(toNumber("1e3"), 1000.0);
+    for (const char* bad : {"", "-", ".", "1,5", "12 mm", "abc", "1e999", "--1"}) {
+        EXPECT_THROW(toNumber(bad), RunError) << bad;
+    }
+    try {
+        toNumber("-");
+    } catch (const RunError& e) {
+        EXPECT_EQ(e.code(), kErrTypeMismatch);
+    }
+}
+
+TEST(LenientRead, TakesTheLeadingNumber) {
+    EXPECT_DOUBLE_EQ(leadingNumber("12.5 mm"), 12.5);
+    EXPECT_DOUBLE_EQ(leadingNumber("  -4e1x"), -40.0);
+    EXPECT_DOUBLE_EQ(leadingNumber(""), 0.0);
+    EXPECT_DOUBLE_EQ(leadingNumber("-"), 0.0);
+    EXPECT_DOUBLE_EQ(leadingNumber("1e"), 1.0);
+    EXPECT_DOUBLE_EQ(leadingNumber("1e999"), 0.0);
+}
+
+TEST(Division, ZeroDivisorIsTheDivisionError) {
+    EXPECT_DOUBLE_EQ(divide(1.0, 4.0), 0.25);
+    try {
+        divide(1.0, 0.0);
+        FAIL();
+    } catch (const RunError& e) {
+        EXPECT_EQ(e.code(), kErrDivisionByZero);
+    }
+}

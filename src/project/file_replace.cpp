@@ -13,7 +13,6 @@ bool replaceFile(const std::filesystem::path& file, std::string_view bytes) {
     static std::atomic<unsigned> counter{0};
     std::error_code ec;
     if (file.filename().empty()) return false;
-    if (fs::is_directory(file, ec)) return false;
 
     const fs::path temp = file.parent_path() / ("." + file.filename().string() + ".tmp" +
                                                 std::to_string(::getpid()) + "-" + std::to_string(counter++));

@@ -45,8 +45,7 @@ double parsePrefix(std::string_view s, size_t len) {
     if (!num.empty() && num.front() == '+') num.remove_prefix(1);
     double v = 0.0;
     auto res = std::from_chars(num.data(), num.data() + num.size(), v);
-    if (res.ec == std::errc::result_out_of_range) throwOverflow();
-    return v;
+    return res.ec == std::errc() ? v : 0.0;
 }
 
 }  // namespace

@@ -83,11 +83,11 @@ TEST(RecentFiles, SixEntriesNewestFirstEachOnce) {
     UpdateRecent(in.wb, "/models/m4.MDL");
     EXPECT_EQ(in.wb.sheet.text(F_Main::IM_RECENT[0]), "m4.MDL");
     EXPECT_EQ(in.wb.sheet.text(F_Main::IM_RECENT[1]), "m7.MDL");
-    EXPECT_EQ(in.wb.sheet.text(F_Main::IM_RECENT[5]), "m3.MDL");
+    EXPECT_EQ(in.wb.sheet.text(F_Main::IM_RECENT[5]), "m2.MDL");
     // Kept in the settings file too, and read back at the next start.
     Settings again = readSettings(in.wb.settingsFilePath(), in.wb.home());
     EXPECT_EQ(again.recent[0], "/models/m4.MDL");
-    EXPECT_EQ(again.recent[5], "/models/m3.MDL");
+    EXPECT_EQ(again.recent[5], "/models/m2.MDL");
 }
 
 TEST(ProjectCommands, SaveAsAddsTheExtensionAndWritesTheAirfoilSlots) {

@@ -74,7 +74,7 @@ void CellEdit::keyPressEvent(QKeyEvent* e) {
     switch (check) {
         case EntryCheck::Decimal:
         case EntryCheck::DecimalSigned:
-            accepted = CheckDecimalKey(key, current, selStart, selLength, cursorPosition(),
+            accepted = CheckDecimalKey(key, current, selStart, selLength, selStart,
                                        check == EntryCheck::DecimalSigned);
             break;
         case EntryCheck::Integer:

@@ -30,12 +30,18 @@ DesignSummary::DesignSummary(SheetBridge& b, QWidget* parent) : QWidget(parent) 
     bold.setBold(true);
     title->setFont(bold);
     wl->addWidget(title);
-    for (int i = 0; i < Label_2.count; ++i) wl->addWidget(new CellLabel(b, Label_2[i]));
+    for (int i = 0; i < Label_2.count; ++i) {
+        auto* line = new CellLabel(b, Label_2[i]);
+        line->setWordWrap(true);
+        wl->addWidget(line);
+    }
     top->addWidget(wing);
 
     auto* centring = new QGroupBox(QStringLiteral("Centrage"));
     auto* cf = new QFormLayout(centring);
-    cf->addRow(QStringLiteral("Centre de gravité"), new CellLabel(b, b30));
+    auto* cg = new CellLabel(b, b30);
+    cg->setWordWrap(true);
+    cf->addRow(QStringLiteral("Centre de gravité"), cg);
     auto* np = new CellLabel(b, j9);
     np->setWordWrap(true);
     cf->addRow(QStringLiteral("Foyer"), np);

@@ -135,8 +135,8 @@ double StabChord10(const Sheet& s) { return divide(10 * StabArea(s), StabSpan(s)
 double StabAreaM2(const Sheet& s) { return StabArea(s) / 100; }
 
 double FinPercent(const Sheet& s) {
-    const double theta = OpeningAngle(s);
-    if (theta >= 10 && theta >= 160) return 0;
+    // Only a V-tail counts its fin area here; a flat tail's fin stands apart.
+    if (OpeningAngle(s) >= 160) return 0;
     return s.num(F_3D::d21) / 100;
 }
 

@@ -84,15 +84,6 @@ TEST(TailGeometry, ZeroLeverFieldIsRewrittenAsZeroPointZero) {
     EXPECT_EQ(b.s.text(F_GEO_STAB::b20), "450");
 }
 
-TEST(TailGeometry, DragFactorFollowsTheSectionType) {
-    Bench b;
-    const double expected[] = {0.01, 0.01, 0.015, 0.015, 0.02};
-    for (int i = 0; i < 5; ++i) {
-        b.s.setListIndex(F_3D::Combo7, i);
-        EXPECT_EQ(StabDragFactor(b.s), expected[i]) << i;
-    }
-}
-
 TEST(TailGeometry, FinAreaDoublesForTwinFins) {
     Bench b;
     b.s.set(F_GEO_STAB::Text12, "150");

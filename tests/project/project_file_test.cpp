@@ -399,3 +399,22 @@ TEST_F(ProjectFile, ShippedDemoModelLoads) {
     EXPECT_EQ(s.text(F_PROFILS::CB_1[1]), "Générique Début");
     EXPECT_EQ(s.text(F_CALC_MOT::G3), "Planeur début");
 }
+
+TEST_F(ProjectFile, GarbageAroundTheKeysLoadsWithDefaults) {
+    std::string junk = "[Modele]\r\nNom=Bird\r\n";
+    for (int i = 0; i < 8192; ++i) {
+        const char c = static_cast<char>((i * 97 + 13) & 0xFF);
+        junk.push_back(c == '[' ? ' ' : c);  // no stray section may swallow the keys below
+    }
+    junk += "\r\n[Aile]\r\nEmplanture_1=" + std::string(100'000, '2') + "\r\n" + std::string(500'000, '=') + "\r\n";
+    writeBytes(home / "junk.MDL", junk);
+    wb.projectFilePath = (home / "junk.MDL").string();
+    try {
+        LoadProject(wb);
+    } catch (const RunError&) {
+        // The junk may hold a numeric key with a bad value: the run-time error is the answer then.
+    }
+    EXPECT_EQ(wb.sheet.text(F_3D::T_NOM_Modele), "Bird");
+    // The value was cut at 127 digits before it was read.
+    EXPECT_EQ(wb.sheet.text(F_GEO_SF::b5).substr(0, 4), "2.22");
+}

@@ -8,19 +8,10 @@ using tarvokin::test::readBytes;
 using tarvokin::test::TempDir;
 using tarvokin::test::writeBytes;
 
-TEST(CatalogueRead, HeaderIsSkippedWhateverItSays) {
-    TempDir dir;
-    writeBytes(dir / "G.CSV", "CLARKY;-0.08;-3.5;/d/CLARKY.DAT\r\nE387;-0.07;-3.1;/d/E387.DAT\r\n");
-    ProfilCatalogue c;
-    ASSERT_TRUE(c.read(dir / "G.CSV"));
-    ASSERT_EQ(c.rows.size(), 1u);
-    EXPECT_EQ(c.rows[0].Profil, "E387");
-}
-
-TEST(CatalogueRead, ShortAndLongRowsTakeColumnsTwoThreeAndTheLastField) {
+TEST(CatalogueRead, HeaderSkippedThenColumnsTwoThreeAndTheLastFieldOfAnyRow) {
     TempDir dir;
     writeBytes(dir / "G.CSV",
-               "Profil;Re Ref;Cxmin;Czopt;k;Cz decrochange;Cm0;Alpha0;Path\r\n"
+               "CLARKY;-0.08;-3.5;/d/CLARKY.DAT\r\n"  // a header of any content
                "G\xE9n\xE9rique Rapide;-0.0839;-3.5633;DATA/CLARKY.DAT\r\n"
                "NACA2412;1500000;0.0061;0.45;0.01;1.4;-0.053;-2.1;/data/NACA2412.DAT\r\n"
                "BAD;abc;;/data/BAD.DAT\n"

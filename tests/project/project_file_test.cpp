@@ -211,7 +211,7 @@ TEST_F(ProjectFile, RibRowsAcceptBothEndings) {
     for (int j = 0; j < 5; ++j) first.push_back(wb.sheet.text(F_GEO_FUS::Ribs[15 + j]));
     EXPECT_EQ(first, (std::vector<std::string>{"1200", "5", "6", "1", "2"}));
 
-    load("[Modele]\nNom=A\n[Fuselage]\nRibs_3=1305;4;4;0;0; \n", "b.MDL");
+    for (int j = 0; j < 5; ++j) wb.sheet.set(F_GEO_FUS::Ribs[15 + j], "7");
     load("[Modele]\nNom=A\n[Fuselage]\nRibs_3=1200;5;6;1;2; \n", "c.MDL");
     std::vector<std::string> second;
     for (int j = 0; j < 5; ++j) second.push_back(wb.sheet.text(F_GEO_FUS::Ribs[15 + j]));

@@ -110,10 +110,11 @@ std::string fixed(double x, int decimals) {
     if (decimals > 10) decimals = 10;
     const double r = roundHalfAway(x, decimals);
     const double scaled = std::fabs(r) * kPow10[decimals];
-    char buf[64];
     if (scaled >= 9.0e15) {
-        std::snprintf(buf, sizeof buf, "%.*f", decimals, r);
-        return buf;
+        const int n = std::snprintf(nullptr, 0, "%.*f", decimals, r);
+        std::string big(static_cast<size_t>(n), '\0');
+        std::snprintf(big.data(), big.size() + 1, "%.*f", decimals, r);
+        return big;
     }
     unsigned long long n = static_cast<unsigned long long>(std::llround(scaled));
     char digits[32];

@@ -15,7 +15,10 @@ const std::vector<std::string>& emptyItems() {
 }  // namespace
 
 Sheet::Sheet()
-    : text_(kCellCount), listIndex_(kCellCount, -1), items_(kCellCount) {
+    : text_(kCellCount),
+      listIndex_(kCellCount, -1),
+      parsed_(kCellCount),
+      items_(kCellCount) {
     for (const FixedList& fl : fixedLists()) {
         items_[fl.cell.id] = std::make_shared<const std::vector<std::string>>(fl.items);
     }
@@ -35,6 +38,7 @@ void Sheet::reset() {
         } else {
             text_[i] = d.defaultText;
         }
+        textChanged(Cell{i});
         notify(Cell{i});
     }
 }
@@ -43,6 +47,7 @@ void Sheet::set(Cell c, std::string_view value) {
     std::string& t = text_[c.id];
     if (t == value) return;
     t.assign(value);
+    textChanged(c);
     if (isList(c)) {
         // An editable list whose text is typed: the position follows the text.
         const auto& it = items(c);
@@ -56,6 +61,27 @@ void Sheet::set(Cell c, std::string_view value) {
         listIndex_[c.id] = idx;
     }
     notify(c);
+}
+
+double Sheet::parseStrict(Cell c) const {
+    Parsed& p = parsed_[c.id];
+    if (!(p.state & kStrictBad)) {
+        double v = 0.0;
+        if (tryNumber(text_[c.id], v)) {
+            p.strict = v;
+            p.state |= kStrictKnown;
+            return v;
+        }
+        p.state |= kStrictBad;
+    }
+    throwTypeMismatch(text_[c.id]);
+}
+
+double Sheet::parseLenient(Cell c) const {
+    Parsed& p = parsed_[c.id];
+    p.lenient = leadingNumber(text_[c.id]);
+    p.state |= kLenientKnown;
+    return p.lenient;
 }
 
 const std::vector<std::string>& Sheet::items(Cell c) const {
@@ -75,6 +101,7 @@ void Sheet::setItems(Cell c, std::vector<std::string> items) {
     }
     listIndex_[c.id] = idx;
     if (idx < 0) text_[c.id].clear();
+    textChanged(c);
     notify(c);
 }
 
@@ -88,6 +115,7 @@ void Sheet::setListIndex(Cell c, int index) {
     if (listIndex_[c.id] == index && (index < 0 || text_[c.id] == it[static_cast<size_t>(index)])) return;
     listIndex_[c.id] = index;
     text_[c.id] = index >= 0 ? it[static_cast<size_t>(index)] : std::string();
+    textChanged(c);
     notify(c);
 }
 

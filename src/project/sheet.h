@@ -24,8 +24,16 @@ public:
     void set(Cell c, std::string_view value);
 
     // Strict conversion (empty or "-" is a format error) and lenient leading read.
-    double num(Cell c) const { return toNumber(text_[c.id]); }
-    double val(Cell c) const { return leadingNumber(text_[c.id]); }
+    // Each conversion is kept until the cell's text changes: the formulas read
+    // the same cells many times in one recalculation.
+    double num(Cell c) const {
+        const Parsed& p = parsed_[c.id];
+        return (p.state & kStrictKnown) ? p.strict : parseStrict(c);
+    }
+    double val(Cell c) const {
+        const Parsed& p = parsed_[c.id];
+        return (p.state & kLenientKnown) ? p.lenient : parseLenient(c);
+    }
     // True when the cell reads as a number other than 0 (flags, ready marks).
     bool on(Cell c) const { return val(c) != 0.0; }
 
@@ -51,9 +59,20 @@ public:
 
 private:
     void notify(Cell c);
+    void textChanged(Cell c) { parsed_[c.id].state = 0; }
+    double parseStrict(Cell c) const;
+    double parseLenient(Cell c) const;
+
+    enum : uint8_t { kStrictKnown = 1, kStrictBad = 2, kLenientKnown = 4 };
+    struct Parsed {
+        double strict = 0.0;
+        double lenient = 0.0;
+        uint8_t state = 0;
+    };
 
     std::vector<std::string> text_;
     std::vector<int> listIndex_;
+    mutable std::vector<Parsed> parsed_;
     std::vector<std::shared_ptr<const std::vector<std::string>>> items_;
     std::vector<std::pair<int, Listener>> listeners_;
     int nextListener_ = 1;

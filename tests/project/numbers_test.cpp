@@ -25,6 +25,9 @@ TEST(FixedDecimals, WritesEveryDecimalAndNoNegativeZero) {
     EXPECT_EQ(fixed(12345.6789, 1), "12345.7");
     EXPECT_EQ(fixed(0.05, 7), "0.0500000");
     EXPECT_EQ(fixed(1e17, 2), "100000000000000000.00");
+    const std::string huge = fixed(1e300, 2);
+    EXPECT_EQ(huge.size(), 304u);
+    EXPECT_DOUBLE_EQ(toNumber(huge), 1e300);
 }
 
 TEST(FixedDecimals, RefusesInfinityAndNan) {

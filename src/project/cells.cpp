@@ -43,6 +43,7 @@ std::vector<CellDef> buildTable() {
     // The rib table's columns have their own defaults: "1305;4;4;0;0" a row.
     static const char* ribDefaults[5] = {"1305", "4", "4", "0", "0"};
     for (int i = 0; i < 40; ++i) t[F_GEO_FUS::Ribs[i].id].defaultText = ribDefaults[i % 5];
+    for (int i = 0; i < 3; ++i) t[F_PROFILS::L_PROFIL[i].id].defaultText = "Profil " + std::to_string(i + 1);
     return t;
 }
 

@@ -18,6 +18,8 @@ const std::vector<FixedList>& fixedLists() {
         {F_3D::Combo3, {"Basse", "Moyenne", "Haute"}},
         {F_3D::Combo4, {"Brushless", "Charbon"}},
         {F_3D::Combo6, {"Générique", "Bois", "Plastique", "Carbone", "Repliable"}},
+        {F_PROFILS::Combo0, {"Cl / Cd", "Cm / Cl", "Cl / Alpha", "Cm / Alpha", "Cd / Alpha"}},
+        {F_PROFILS::Combo1, {"Cl / Cd", "Cm / Cl", "Cl / Alpha", "Cm / Alpha", "Cd / Alpha"}},
         {F_CALC_MOT::G3,
          {"Avion léger", "Planeur début", "Planeur rapide", "Racer", "Remorqueur", "Traineur",
           "Voltige f3a", "Voltige loisir", "Maquette"}},

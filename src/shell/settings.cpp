@@ -75,6 +75,7 @@ Settings readSettings(const std::filesystem::path& settingsFile, const std::file
     s.viscosite = wholeOr(doc.get("XFOIL", "viscosite", "1000"), s.viscosite);
     s.smooth = flagOr(doc.get("XFOIL", "smooth", "True"), s.smooth);
     s.xfoilPath = doc.get("XFOIL", "path", "");
+    s.xfoilTimeout = wholeOr(doc.get("XFOIL", "timeout", "120"), s.xfoilTimeout);
     s.positionFuselage = wholeOr(doc.get("Graphiques", "Position_Fuselage", "1"), s.positionFuselage);
     return s;
 }

@@ -28,6 +28,7 @@ struct Settings {
     std::string clIncidDe = "0";      // [XFOIL] CL_INCID_DE
     std::string clIncidA = "1.25";    // [XFOIL] CL_INCID_A
     std::string clIncidPas = "0.05";  // [XFOIL] CL_INCID_PAS
+    int xfoilTimeout = 120;           // [XFOIL] timeout, s: a solver run is stopped after it
 };
 
 // Reads every key in the start-up order. `home` is the program's folder, used

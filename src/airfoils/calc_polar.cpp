@@ -1,0 +1,84 @@
+// Calc_Polar: settles the airfoil, outline, Reynolds number and polar file of
+// a run by where the call comes from, runs XFOIL, and reads the polar.
+#include <cmath>
+
+#include "airfoils/catalogue_edit.h"
+#include "airfoils/xfoil_runner.h"
+#include "project/numbers.h"
+#include "project/text_case.h"
+#include "shell/workbench.h"
+
+namespace tarvokin {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr double kDefaultReynolds = 220000;
+
+// A path of the catalogue or of a caller as XFOIL must get it: XFOIL works in
+// its own folder, so a relative path is completed from the program's folder;
+// catalogue rows added by the user hold upper-case paths, so the spelling that
+// exists on disk is taken.
+std::string forSolver(const fs::path& home, const std::string& path, bool mustExist) {
+    if (path.empty()) return path;
+    fs::path p = path;
+    if (p.is_relative()) p = home / p;
+    return (mustExist ? existingSpelling(p) : p).string();
+}
+
+}  // namespace
+
+PolarRun Calc_Polar(Workbench& wb, int mode, std::optional<std::string> Re, const std::string& polarPath,
+                    const std::string& datPath, const std::string& name, const WaitHooks& hooks,
+                    const PolarReader& readPolar) {
+    PolarRun run;
+    const bool slot = mode >= 0 && mode <= 2;
+    const fs::path& home = wb.home();
+
+    double re = Re ? leadingNumber(*Re) : 0.0;
+    std::string airfoil, dat, polar;
+    if (slot) {
+        if (!Re) re = kDefaultReynolds;
+        if (re == 0.0) return run;
+        airfoil = wb.sheet.text(F_PROFILS::CB_1[mode]);
+        const size_t row = wb.catalogue.Find_Profil(airfoil);
+        if (row != kNotFound) dat = wb.catalogue.rows[row].Path;
+    } else if (mode == 99) {
+        airfoil = trim(name);
+        dat = "DATA/" + airfoil + ".DAT";
+    } else if (mode == 100 || mode == 110) {
+        airfoil = name;
+        dat = datPath;
+        polar = polarPath;
+    } else {
+        run.reason = "No airfoil given for the polar";
+        return run;
+    }
+    const std::string reText = plain(std::round(re));
+    if (slot || mode == 99) polar = "POLAIRES/" + airfoil + "_" + reText + ".POL";
+
+    XfoilJob job;
+    job.xfoilPath = wb.settings.xfoilPath;
+    job.home = home;
+    job.name = airfoil;
+    job.Re = reText;
+    job.datPath = forSolver(home, dat, true);
+    job.polarPath = forSolver(home, polar, false);
+    job.iterations = wb.settings.iterations;
+    job.alphaFirst = wb.settings.clIncidDe;
+    job.alphaLast = wb.settings.clIncidA;
+    job.alphaStep = wb.settings.clIncidPas;
+    job.smooth = wb.settings.smooth;
+    job.timeoutSeconds = wb.settings.xfoilTimeout;
+
+    run.polar = job.polarPath;
+    run.reason = runXfoil(job, hooks);
+    run.saved = run.reason.empty();
+    // A failed run is read too: the reader finds no file and leaves the
+    // slot's record empty, which is what the callers expect of it.
+    if (slot && readPolar) run.read = readPolar(run.polar);
+    return run;
+}
+
+}  // namespace tarvokin

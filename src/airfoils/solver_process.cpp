@@ -1,0 +1,159 @@
+#include "airfoils/solver_process.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+#include "shell/progress.h"
+
+extern char** environ;
+
+namespace tarvokin {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+// The environment of the parent with some variables set or replaced.
+std::vector<std::string> environmentWith(const std::vector<std::pair<std::string, std::string>>& changes) {
+    std::vector<std::string> env;
+    for (char** e = environ; e && *e; ++e) {
+        const std::string entry = *e;
+        const std::string name = entry.substr(0, entry.find('='));
+        const bool replaced =
+            std::any_of(changes.begin(), changes.end(), [&](const auto& c) { return c.first == name; });
+        if (!replaced) env.push_back(entry);
+    }
+    for (const auto& [name, value] : changes) env.push_back(name + "=" + value);
+    return env;
+}
+
+// Kills the process group of the shell (the solver is in it too) and reaps the shell.
+void killGroup(pid_t pid) {
+    ::kill(-pid, SIGKILL);
+    int status = 0;
+    while (::waitpid(pid, &status, 0) < 0 && errno == EINTR) {
+    }
+}
+
+ProcessOutcome outcomeOf(int status) {
+    ProcessOutcome o;
+    if (WIFSIGNALED(status)) {
+        o.end = ProcessOutcome::Signalled;
+        o.code = WTERMSIG(status);
+    } else {
+        o.end = ProcessOutcome::Exited;
+        o.code = WEXITSTATUS(status);
+    }
+    return o;
+}
+
+}  // namespace
+
+ProcessOutcome runCommandFile(const CommandFileRun& run, const WaitHooks& hooks,
+                              const std::function<void()>& eachStep) {
+    ProcessOutcome outcome;
+    if (hooks.progress && hooks.progress->cancelled()) {
+        outcome.end = ProcessOutcome::Cancelled;
+        return outcome;
+    }
+
+    // Everything the child needs is made before the fork: between fork and
+    // exec a threaded program may only make async-signal-safe calls.
+    std::string shell = "/bin/sh", script = run.script.string(), dir = run.workDir.string();
+    std::vector<char*> argv = {shell.data(), script.data(), nullptr};
+    std::vector<std::string> env = environmentWith(run.environment);
+    std::vector<char*> envp;
+    for (auto& e : env) envp.push_back(e.data());
+    envp.push_back(nullptr);
+
+    const pid_t pid = ::fork();
+    if (pid < 0) return outcome;  // NotStarted
+    if (pid == 0) {
+        // A group of its own, so that a stop reaches the solver behind the shell.
+        ::setpgid(0, 0);
+        sigset_t none;
+        sigemptyset(&none);
+        ::sigprocmask(SIG_SETMASK, &none, nullptr);
+        for (int sig : {SIGPIPE, SIGINT, SIGQUIT, SIGTERM, SIGCHLD}) ::signal(sig, SIG_DFL);
+        if (!dir.empty() && ::chdir(dir.c_str()) != 0) ::_exit(126);
+        // A solver run minimised: its console output is not looked at.
+        const int null = ::open("/dev/null", O_RDWR);
+        if (null >= 0) {
+            ::dup2(null, 0);
+            ::dup2(null, 1);
+            ::dup2(null, 2);
+        }
+        ::execve(shell.c_str(), argv.data(), envp.data());
+        ::_exit(127);
+    }
+    ::setpgid(pid, pid);  // also here, so that a kill can't come before the child's own call
+
+    const auto step = std::chrono::milliseconds(std::max(run.stepMs, 1));
+    const auto deadline = run.timeoutSeconds > 0 ? Clock::now() + std::chrono::seconds(run.timeoutSeconds)
+                                                 : Clock::time_point::max();
+    for (;;) {
+        const auto stepEnd = std::min(Clock::now() + step, deadline);
+        // Within a step the end of the script is noticed at once, so a short
+        // run doesn't cost a whole second.
+        for (;;) {
+            int status = 0;
+            const pid_t r = ::waitpid(pid, &status, WNOHANG);
+            if (r == pid) return outcomeOf(status);
+            if (r < 0 && errno != EINTR) {  // reaped elsewhere: its result is lost
+                outcome.end = ProcessOutcome::Exited;
+                outcome.code = 0;
+                return outcome;
+            }
+            const auto now = Clock::now();
+            if (now >= stepEnd) break;
+            std::this_thread::sleep_for(std::min<Clock::duration>(std::chrono::milliseconds(20), stepEnd - now));
+        }
+        if (eachStep) eachStep();
+        if (hooks.betweenWaits) hooks.betweenWaits();
+        if (hooks.progress && hooks.progress->cancelled()) {
+            killGroup(pid);
+            outcome.end = ProcessOutcome::Cancelled;
+            return outcome;
+        }
+        if (Clock::now() >= deadline) {
+            killGroup(pid);
+            outcome.end = ProcessOutcome::TimedOut;
+            return outcome;
+        }
+    }
+}
+
+std::string describeOutcome(const ProcessOutcome& o, const std::string& program, int timeoutSeconds) {
+    auto signalName = [](int sig) {
+        const char* s = ::strsignal(sig);
+        return std::string(s ? s : "signal " + std::to_string(sig));
+    };
+    switch (o.end) {
+        case ProcessOutcome::NotStarted:
+            return "Cannot start " + program + ": the system refuses a new process";
+        case ProcessOutcome::Cancelled:
+            return program + " run cancelled";
+        case ProcessOutcome::TimedOut:
+            return program + " stopped after the time limit of " + std::to_string(timeoutSeconds) + " s";
+        case ProcessOutcome::Signalled:
+            return program + " crashed (" + signalName(o.code) + ")";
+        case ProcessOutcome::Exited:
+            break;
+    }
+    // The shell's own codes: 126 a program it can't run, 127 one it can't
+    // find, 128 + n a program that died of signal n.
+    if (o.code == 0) return "";
+    if (o.code == 126) return program + " could not be run";
+    if (o.code == 127) return program + " was not found";
+    if (o.code > 128 && o.code < 128 + 65) return program + " crashed (" + signalName(o.code - 128) + ")";
+    return program + " ended with error code " + std::to_string(o.code);
+}
+
+}  // namespace tarvokin

@@ -1,0 +1,50 @@
+// Running a solver's command file and waiting for it without freezing the
+// caller: the wait goes in steps of one second, and between steps the caller
+// handles its events (the GUI) or nothing (the command-line program), reports
+// progress, and may cancel. A time limit stops a solver that hangs.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace tarvokin {
+
+struct Progress;
+
+// What the caller gives to a wait.
+struct WaitHooks {
+    std::function<void()> betweenWaits;  // the GUI passes its event processing
+    Progress* progress = nullptr;        // reports and Cancel; none when nobody watches
+};
+
+struct CommandFileRun {
+    std::filesystem::path script;     // run with /bin/sh
+    std::filesystem::path workDir;    // the folder the script starts in
+    std::vector<std::pair<std::string, std::string>> environment;  // variables set or replaced
+    int timeoutSeconds = 0;           // 0 or less: no limit
+    int stepMs = 1000;                // one wait step
+};
+
+struct ProcessOutcome {
+    enum End { Exited, Signalled, TimedOut, Cancelled, NotStarted };
+    End end = NotStarted;
+    int code = 0;  // exit code, or the signal that ended it
+    // The normal end: the script exited with 0.
+    bool clean() const { return end == Exited && code == 0; }
+};
+
+// Starts the script in a process group of its own and waits. `eachStep` runs
+// after every step that ended without the script ending, before betweenWaits.
+// A cancel or the time limit kills the whole group (the shell and the solver
+// it started) and reaps the shell.
+ProcessOutcome runCommandFile(const CommandFileRun& run, const WaitHooks& hooks,
+                              const std::function<void()>& eachStep = {});
+
+// One line for the user about an outcome that is not clean; `program` names
+// the solver ("XFOIL").
+std::string describeOutcome(const ProcessOutcome& o, const std::string& program, int timeoutSeconds);
+
+}  // namespace tarvokin

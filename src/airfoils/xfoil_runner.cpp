@@ -1,0 +1,248 @@
+#include "airfoils/xfoil_runner.h"
+
+#include <cmath>
+#include <cstdlib>
+#include <fstream>
+#include <mutex>
+#include <sstream>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "airfoils/virtual_display.h"
+#include "project/numbers.h"
+#include "shell/progress.h"
+
+namespace tarvokin {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string withoutTrailingSlash(std::string s) {
+    while (s.size() > 1 && s.back() == '/') s.pop_back();
+    return s;
+}
+
+// A coefficient of the settings with exactly two decimals, as ASEQ is given.
+std::string twoDecimals(const std::string& text) {
+    double v = 0.0;
+    if (!tryNumber(text, v)) v = leadingNumber(text);
+    return fixed(v, 2);
+}
+
+bool writeText(const fs::path& file, const std::string& text) {
+    std::ofstream out(file, std::ios::binary | std::ios::trunc);
+    out << text;
+    out.close();
+    return !out.fail();
+}
+
+// Points of the polar saved so far: the rows behind the "------" line.
+int polarRows(const fs::path& polar) {
+    std::ifstream in(polar, std::ios::binary);
+    std::string line;
+    bool header = true;
+    int rows = 0;
+    while (std::getline(in, line)) {
+        if (header) {
+            header = line.find("------") == std::string::npos;
+        } else if (line.find_first_not_of(" \t\r") != std::string::npos) {
+            ++rows;
+        }
+    }
+    return rows;
+}
+
+// How many points ASEQ asks for, or 0 when that can't be told.
+int expectedPoints(const XfoilJob& job) {
+    const double first = leadingNumber(twoDecimals(job.alphaFirst));
+    const double last = leadingNumber(twoDecimals(job.alphaLast));
+    const double step = std::fabs(leadingNumber(twoDecimals(job.alphaStep)));
+    if (step <= 0.0) return 0;
+    return static_cast<int>(std::floor(std::fabs(last - first) / step + 1e-9)) + 1;
+}
+
+// Debian's XFOIL writes a scratch file of the boundary layer into its working
+// folder at every viscous point, and dies when it can't. A program installed
+// for the whole system lies in a folder the user can't write, so such an XFOIL
+// is started through a link in a private folder of this process instead; the
+// folder goes when the process ends.
+class SolverFolder {
+public:
+    static SolverFolder& shared() {
+        static SolverFolder folder;
+        return folder;
+    }
+    ~SolverFolder() {
+        if (!dir_.empty()) {
+            std::error_code ec;
+            fs::remove_all(dir_, ec);
+        }
+    }
+    // The link's path, "" when it can't be made.
+    std::string linkTo(const std::string& program, const std::string& exe) {
+        std::lock_guard<std::mutex> lock(mutex_);
+        if (dir_.empty()) {
+            std::error_code ec;
+            std::string pattern = (fs::temp_directory_path(ec) / "tarvokin-xfoil-XXXXXX").string();
+            if (ec || !::mkdtemp(pattern.data())) return "";
+            dir_ = pattern;
+        }
+        const fs::path link = dir_ / exe;
+        std::error_code ec;
+        if (fs::is_symlink(link, ec) && fs::read_symlink(link, ec) == fs::path(program)) return link.string();
+        fs::remove(link, ec);
+        fs::create_symlink(program, link, ec);
+        return ec ? "" : link.string();
+    }
+
+private:
+    std::mutex mutex_;
+    fs::path dir_;
+};
+
+constexpr const char* kXfoilScratch = ":00.bl";
+
+}  // namespace
+
+std::string xfoilCommandText(const std::string& xfoilPath, const std::string& home, const std::string& keyFile) {
+    const size_t cut = xfoilPath.rfind('/');
+    const std::string dir = cut == std::string::npos ? "" : xfoilPath.substr(0, cut + 1);
+    const std::string exe = cut == std::string::npos ? "" : xfoilPath.substr(cut + 1);
+    const std::string homeDir = withoutTrailingSlash(home);
+    std::string text;
+    if (!dir.empty()) text += "cd " + dir + "\n";
+    if (dir != homeDir + "/" && homeDir.find("Program Files") == std::string::npos)
+        text += exe + " < " + homeDir + "/" + keyFile + "\n";
+    else
+        text += exe + "  < " + keyFile + "\n";
+    return text;
+}
+
+std::string xfoilKeyText(const XfoilJob& job) {
+    std::string t;
+    auto line = [&t](const std::string& s) { t += s + "\n"; };
+    line("Load " + job.datPath + " ");
+    line(job.runName() + " ");
+    line("");
+    line("PPAR");
+    line("n 140");
+    line("p 1.4");
+    line("T .2");
+    line("");
+    line("");
+    line("GDES");
+    line("CADD");
+    for (int i = 0; i < 4; ++i) line("");
+    line("PANE");
+    line("MDES");
+    if (job.smooth) line("FILT 1.00");
+    line("EXEC");
+    line("");
+    line("PANE");
+    line("OPER");
+    line("VPAR");
+    line("N 9.00");
+    line("VACC 0.01 / XTR 0.25 1");
+    line("");
+    line("TYPE 1");
+    line("VISC " + job.Re);
+    line("MACH 0.0000");
+    line("ITER");
+    line(std::to_string(job.iterations));
+    line("PACC");
+    line(job.polarPath);
+    line("");
+    line("ASEQ " + twoDecimals(job.alphaFirst) + " " + twoDecimals(job.alphaLast) + " " +
+         twoDecimals(job.alphaStep) + " ");
+    line("PACC");
+    line("");
+    line("QUIT");
+    line("");
+    return t;
+}
+
+std::string runXfoil(const XfoilJob& job, const WaitHooks& hooks) {
+    std::error_code ec;
+    // XFOIL adds to an existing polar file or refuses it; and a failed run
+    // must not leave the old polar behind as if it were the new one.
+    if (!job.polarPath.empty()) fs::remove(job.polarPath, ec);
+
+    const std::string& program = job.xfoilPath;
+    if (program.empty()) return "XFOIL is not set: give the path of the program in the preferences";
+    const size_t cut = program.rfind('/');
+    const std::string exe = cut == std::string::npos ? "" : program.substr(cut + 1);
+    const std::string dir = cut == std::string::npos ? "" : program.substr(0, cut + 1);
+    if (exe.empty()) return "XFOIL path is not the full path of the program: " + program;
+    struct stat st {};
+    if (::stat(program.c_str(), &st) != 0) return "XFOIL not found: " + program;
+    if (!S_ISREG(st.st_mode) || ::access(program.c_str(), X_OK) != 0) return "XFOIL is not executable: " + program;
+    if (!fs::is_regular_file(job.datPath, ec)) return "Airfoil outline not found: " + job.datPath;
+    for (const std::string* f : {&job.datPath, &job.polarPath}) {
+        if (f->size() > kXfoilMaxFileName)
+            return "XFOIL takes file names of at most 64 characters, this one has " + std::to_string(f->size()) +
+                   ": " + *f;
+    }
+
+    std::string reason;
+    const std::string display = VirtualDisplay::shared().display(reason);
+    if (display.empty()) return reason;
+
+    // The folder XFOIL works in must be writable (see SolverFolder).
+    std::string started = program;
+    if (::access(dir.c_str(), W_OK) != 0) {
+        started = SolverFolder::shared().linkTo(program, exe);
+        if (started.empty()) return "Cannot prepare a working folder for XFOIL in " + fs::temp_directory_path(ec).string();
+    }
+    const std::string workDir = started.substr(0, started.rfind('/') + 1);
+    const fs::path scratch = fs::path(workDir) / kXfoilScratch;
+    const bool scratchBefore = fs::exists(scratch, ec);
+
+    // XFOIL can't make the folder of its polar file.
+    if (!job.polarPath.empty()) fs::create_directories(fs::path(job.polarPath).parent_path(), ec);
+    const fs::path home = job.home;
+    const fs::path commandFile = home / kXfoilCommandFile;
+    const fs::path keyFile = home / job.keyFile();
+    if (!writeText(commandFile, xfoilCommandText(started, home.string(), job.keyFile())))
+        return "Cannot write " + commandFile.string();
+    if (!writeText(keyFile, xfoilKeyText(job))) {
+        fs::remove(commandFile, ec);
+        return "Cannot write " + keyFile.string();
+    }
+
+    // The start line names the program alone after "cd" into its folder: as a
+    // console looks in its current folder first, the folder leads the search
+    // path, and the shell finds the program there.
+    const char* path = std::getenv("PATH");
+    CommandFileRun run;
+    run.script = commandFile;
+    run.workDir = home;
+    run.environment = {{"DISPLAY", display}, {"PATH", workDir + (path && *path ? std::string(":") + path : "")}};
+    run.timeoutSeconds = job.timeoutSeconds;
+
+    const std::string title = "XFOIL " + job.name + " Re " + job.Re;
+    const int expected = expectedPoints(job);
+    auto report = [&](double fraction) {
+        if (hooks.progress) hooks.progress->report(title, fraction);
+    };
+    report(0.0);
+    const ProcessOutcome outcome = runCommandFile(run, hooks, [&] {
+        if (hooks.progress && expected > 0)
+            report(std::min(1.0, static_cast<double>(polarRows(job.polarPath)) / expected));
+    });
+
+    fs::remove(keyFile, ec);
+    fs::remove(commandFile, ec);
+    if (!scratchBefore) fs::remove(scratch, ec);
+
+    if (!outcome.clean()) {
+        // A stopped or crashed solver's polar is cut short: it is no polar.
+        if (!job.polarPath.empty()) fs::remove(job.polarPath, ec);
+        return describeOutcome(outcome, "XFOIL", job.timeoutSeconds);
+    }
+    report(1.0);
+    if (!fs::exists(job.polarPath, ec)) return "XFOIL saved no polar for " + job.runName();
+    return "";
+}
+
+}  // namespace tarvokin

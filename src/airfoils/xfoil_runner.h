@@ -1,0 +1,86 @@
+// Polars computed by the external solver XFOIL. The program has no solver of
+// its own: it writes a keystroke script, starts XFOIL on it through a command
+// file, waits, and reads the polar file XFOIL saved. The script is the whole
+// dialogue with the solver; its blank lines are the keystrokes that leave
+// XFOIL's sub-menus.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "airfoils/solver_process.h"
+
+namespace tarvokin {
+
+class Workbench;
+
+constexpr const char* kXfoilCommandFile = "START_XFOIL.CMD";
+
+// XFOIL keeps file names in 64 characters and silently cuts longer ones.
+constexpr size_t kXfoilMaxFileName = 64;
+
+// One solver run, with everything settled.
+struct XfoilJob {
+    std::string xfoilPath;          // [XFOIL] path, the full path of the program
+    std::filesystem::path home;     // the program's folder: the script files go there
+    std::string name;               // the airfoil's name
+    std::string Re;                 // the Reynolds number as a plain integer
+    std::string datPath;            // the outline XFOIL loads
+    std::string polarPath;          // the polar file XFOIL saves
+    int iterations = 100;           // [XFOIL] iterations
+    std::string alphaFirst = "0";   // [XFOIL] CL_INCID_DE
+    std::string alphaLast = "1.25"; // [XFOIL] CL_INCID_A
+    std::string alphaStep = "0.05"; // [XFOIL] CL_INCID_PAS
+    bool smooth = true;             // [XFOIL] smooth
+    int timeoutSeconds = 120;       // [XFOIL] timeout; 0 or less: no limit
+
+    // "<name>_<Re>", the run's name; the keystroke script is "<name>_<Re>.KEY".
+    std::string runName() const { return name + "_" + Re; }
+    std::string keyFile() const { return runName() + ".KEY"; }
+};
+
+// The text of START_XFOIL.CMD: "cd <folder>" when the path has a folder, then
+// the start line, "<exe> < <home>/<keyFile>" when the folder is not the
+// program's own and the program's folder is not under "Program Files", else
+// "<exe>  < <keyFile>" (two blanks). Lines end with "\n".
+std::string xfoilCommandText(const std::string& xfoilPath, const std::string& home, const std::string& keyFile);
+
+// The text of <name>_<Re>.KEY: 39 lines, 38 when smooth is off.
+std::string xfoilKeyText(const XfoilJob& job);
+
+// One run, from the removal of an old polar file to the removal of the script
+// files. The solver runs on the process's virtual display, in steps of one
+// second with the hooks between them, and is stopped by Cancel or the time
+// limit. Returns "" when XFOIL ran to its end and saved the polar file, else
+// one line for the user; a run that was stopped or crashed leaves no polar.
+std::string runXfoil(const XfoilJob& job, const WaitHooks& hooks = {});
+
+// ---- Calc_Polar --------------------------------------------------------------
+
+// Reads the polar file of a run into the store; the caller binds the slot.
+using PolarReader = std::function<bool(const std::filesystem::path& polar)>;
+
+struct PolarRun {
+    bool read = false;   // the reader's answer; only a slot (0, 1, 2) is read
+    bool saved = false;  // XFOIL ran to its end and saved the polar file
+    std::filesystem::path polar;
+    std::string reason;  // one line for the user when no polar was made
+};
+
+// Computes one polar. `mode` tells where the airfoil comes from:
+//  0, 1, 2  the airfoil of that slot (the text of F_PROFILS CB_1, its catalogue
+//           row's outline), Re or 220000; a Re of value 0 does nothing;
+//           polar POLAIRES/<name>_<Re>.POL, read with `readPolar`;
+//  99       the NACA generator: `name` trimmed, outline DATA/<name>.DAT, polar
+//           POLAIRES/<name>_<Re>.POL;
+//  100, 110 the database window and direct calls: `name`, `datPath`, `polarPath`.
+// Relative paths are taken from the program's folder. Modes 99 to 110 are no
+// slot: their polar is not read, and callers work with the file itself.
+PolarRun Calc_Polar(Workbench& wb, int mode, std::optional<std::string> Re = std::nullopt,
+                    const std::string& polarPath = "", const std::string& datPath = "",
+                    const std::string& name = "", const WaitHooks& hooks = {},
+                    const PolarReader& readPolar = {});
+
+}  // namespace tarvokin

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "airfoils/catalogue.h"
+#include "airfoils/outline.h"
 #include "project/sheet.h"
 #include "shell/settings.h"
 
@@ -36,6 +37,7 @@ public:
     Sheet sheet;
     Settings settings;
     ProfilCatalogue catalogue;
+    OutlineStore outlines;
 
     std::string projectFilePath;   // full path of the current .MDL, empty when none
     std::string languageFilePath;  // language file of settings.languageCode

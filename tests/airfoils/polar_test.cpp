@@ -20,7 +20,7 @@ using tarvokin::test::writeBytes;
 
 namespace {
 
-// Real XFOIL 6.99 polars of the Clark Y (and one E387), computed for these tests.
+// Real XFOIL 6.99 polars of the Clark Y, made by polars/make_polars.sh.
 std::filesystem::path polarFile(const std::string& name) {
     return std::filesystem::path(TARVOKIN_TEST_DATA) / "polars" / name;
 }

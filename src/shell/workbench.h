@@ -10,6 +10,7 @@
 
 #include "airfoils/catalogue.h"
 #include "airfoils/outline.h"
+#include "airfoils/polar_store.h"
 #include "project/sheet.h"
 #include "shell/settings.h"
 
@@ -38,6 +39,7 @@ public:
     Settings settings;
     ProfilCatalogue catalogue;
     OutlineStore outlines;
+    PolarStore polars;  // the six polars of each airfoil slot
 
     std::string projectFilePath;   // full path of the current .MDL, empty when none
     std::string languageFilePath;  // language file of settings.languageCode

@@ -43,7 +43,12 @@ PolarRun Calc_Polar(Workbench& wb, int mode, std::optional<std::string> Re, cons
         if (re == 0.0) return run;
         airfoil = wb.sheet.text(F_PROFILS::CB_1[mode]);
         const size_t row = wb.catalogue.Find_Profil(airfoil);
-        if (row != kNotFound) dat = wb.catalogue.rows[row].Path;
+        if (row != kNotFound) {
+            dat = wb.catalogue.rows[row].Path;
+            // A generic name stands for its outline file: the polars bear that
+            // file's name, which is also the one the selection looks for.
+            if (airfoil.find("Générique") != std::string::npos) airfoil = fs::path(dat).stem().string();
+        }
     } else if (mode == 99) {
         airfoil = trim(name);
         dat = "DATA/" + airfoil + ".DAT";

@@ -1,14 +1,21 @@
 #include "shell/cli.h"
 
 #include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
 #include <filesystem>
 #include <optional>
 
+#include "airfoils/airfoil_selection.h"
+#include "airfoils/polar_store.h"
+#include "airfoils/xfoil_runner.h"
 #include "design/field_rules.h"
 #include "project/profile_file.h"
 #include "project/project_file.h"
 #include "shell/home.h"
 #include "shell/messages.h"
+#include "shell/progress.h"
 #include "shell/session.h"
 #include "shell/workbench.h"
 
@@ -19,7 +26,70 @@ namespace fs = std::filesystem;
 namespace {
 
 const char* kUsage =
-    "usage: tarvokin-cli fields PROJECT.MDL [--home DIR] [--open N]... [--set FORM.FIELD=VALUE]...\n";
+    "usage: tarvokin-cli fields PROJECT.MDL [--home DIR] [--open N]... [--set FORM.FIELD=VALUE]...\n"
+    "       tarvokin-cli polar FILE.POL [--re-index I]\n"
+    "       tarvokin-cli cx PROJECT.MDL [--home DIR] --at SLOT,RE,CZ [--at SLOT,RE,CZ]...\n"
+    "       tarvokin-cli compute-polar OUTLINE.DAT NAME RE [--out FILE.POL] [--home DIR]\n";
+
+// Solver runs report on stderr, so that stdout stays the command's answer.
+class StreamProgress : public Progress {
+public:
+    explicit StreamProgress(std::ostream& err) : err_(err) {}
+    void report(const std::string& text, double fraction) override {
+        if (text != last_) err_ << text << "\n";
+        last_ = text;
+        (void)fraction;
+    }
+
+private:
+    std::ostream& err_;
+    std::string last_;
+};
+
+// Missing polars of a slot are computed by XFOIL, with no event loop to serve.
+PolarComputer solverFor(Workbench& wb, StreamProgress& progress, std::ostream& err) {
+    return [&wb, &progress, &err](int slot, int reynolds) {
+        WaitHooks hooks;
+        hooks.progress = &progress;
+        const auto index = ReynoldsIndex(reynolds);
+        PolarRun run = Calc_Polar(wb, slot, std::to_string(reynolds), "", "", "", hooks,
+                                  [&](const fs::path& p) { return Read_Polar(wb.polars, p, slot, index); });
+        if (!run.reason.empty()) err << "tarvokin-cli: " << run.reason << "\n";
+        return run.read;
+    };
+}
+
+// The airfoil slots of a loaded project, filled as the airfoil window fills them.
+void fillSlots(Workbench& wb, std::ostream& err) {
+    StreamProgress progress(err);
+    const PolarComputer compute = solverFor(wb, progress, err);
+    for (int slot = 0; slot < 3; ++slot) {
+        if (!wb.sheet.text(F_PROFILS::CB_1[slot]).empty()) runGuarded(wb, [&] { CB_1_Click(wb, slot, compute); });
+    }
+}
+
+// Home, workbench, settings and catalogue, then the project as the application
+// loads it. Returns 0 when the project is loaded, else the exit status.
+int loadForCommand(Workbench& wb, const std::string& projectArg, std::ostream& err) {
+    ReadSettingsAndCatalogue(wb);
+    std::error_code ec;
+    fs::path project = fs::absolute(projectArg, ec);
+    if (!fs::is_regular_file(project, ec)) {
+        err << "tarvokin-cli: impossible de lire le projet " << projectArg << "\n";
+        return 1;
+    }
+    if (ReadProfileString("Modele", "Nom", kUnknownModel, project) == kUnknownModel) {
+        err << "tarvokin-cli: " << projectArg << " n'est pas un projet (pas de clé Nom dans [Modele])\n";
+        return 1;
+    }
+    wb.projectFilePath = project.string();
+    if (!runGuarded(wb, [&] { LoadProject(wb); })) return 1;
+    if (!WingAirfoilKnown(wb)) {
+        err << UnknownAirfoilMessage(wb) << "\n";
+        return 1;
+    }
+    return 0;
+}
 
 struct FieldsArgs {
     std::string project;
@@ -95,25 +165,9 @@ int fieldsCommand(const std::vector<std::string>& args, const std::string& execu
         err << text << "\n";
         status = 1;
     };
-    ReadSettingsAndCatalogue(wb);
-
-    std::error_code ec;
-    fs::path project = fs::absolute(fa.project, ec);
-    if (!fs::is_regular_file(project, ec)) {
-        err << "tarvokin-cli: impossible de lire le projet " << fa.project << "\n";
-        return 1;
-    }
-    if (ReadProfileString("Modele", "Nom", kUnknownModel, project) == kUnknownModel) {
-        err << "tarvokin-cli: " << fa.project << " n'est pas un projet (pas de clé Nom dans [Modele])\n";
-        return 1;
-    }
     for (int n : fa.open) wb.setOpen(n, true);
-    wb.projectFilePath = project.string();
-    if (!runGuarded(wb, [&] { LoadProject(wb); })) return 1;
-    if (!WingAirfoilKnown(wb)) {
-        err << UnknownAirfoilMessage(wb) << "\n";
-        return 1;
-    }
+    if (int st = loadForCommand(wb, fa.project, err)) return st;
+    fillSlots(wb, err);
     for (const auto& [path, value] : fa.sets) {
         Cell c{};
         if (!findCell(path, c)) {
@@ -124,6 +178,143 @@ int fieldsCommand(const std::vector<std::string>& args, const std::string& execu
     }
     printFields(wb, out);
     return status;
+}
+
+bool homeFor(const std::optional<fs::path>& requested, const std::string& executable, fs::path& home,
+             std::ostream& err) {
+    home = userHomeFolder(requested);
+    std::string error;
+    if (seedHomeFolder(home, shippedDataFolder(executable), error)) return true;
+    err << "tarvokin-cli: " << error << "\n";
+    return false;
+}
+
+int polarCommand(const std::vector<std::string>& a, std::ostream& out, std::ostream& err) {
+    std::string file;
+    std::optional<int> index;
+    for (size_t i = 1; i < a.size(); ++i) {
+        if (a[i] == "--re-index" && i + 1 < a.size()) {
+            const std::string& v = a[++i];
+            if (v.size() != 1 || v[0] < '0' || v[0] > '5') {
+                err << "tarvokin-cli: --re-index attend 0 à 5 : " << v << "\n";
+                return 2;
+            }
+            index = v[0] - '0';
+        } else if (file.empty() && !a[i].empty() && a[i][0] != '-') {
+            file = a[i];
+        } else {
+            err << "tarvokin-cli: argument inconnu : " << a[i] << "\n" << kUsage;
+            return 2;
+        }
+    }
+    if (file.empty()) {
+        err << "tarvokin-cli: il manque le fichier polaire\n" << kUsage;
+        return 2;
+    }
+    PolarStore store;
+    const int idx = index ? *index : ReynoldsIndexOfFile(file);
+    if (!Read_Polar(store, file, 0, idx)) {
+        err << "tarvokin-cli: impossible de lire la polaire " << file << "\n";
+        return 1;
+    }
+    printPolarReport(store.Polars[0][static_cast<size_t>(idx)], out);
+    return 0;
+}
+
+int cxCommand(const std::vector<std::string>& a, const std::string& executable, std::ostream& out, std::ostream& err) {
+    std::string project;
+    std::optional<fs::path> requested;
+    std::vector<std::array<double, 3>> queries;
+    for (size_t i = 1; i < a.size(); ++i) {
+        if (a[i] == "--home" && i + 1 < a.size()) {
+            requested = fs::path(a[++i]);
+        } else if (a[i] == "--at" && i + 1 < a.size()) {
+            const std::string& v = a[++i];
+            std::array<double, 3> q{};
+            size_t start = 0;
+            bool ok = true;
+            for (int k = 0; k < 3; ++k) {
+                const size_t comma = k < 2 ? v.find(',', start) : std::string::npos;
+                if (k < 2 && comma == std::string::npos) ok = false;
+                if (!ok || !tryNumber(v.substr(start, comma == std::string::npos ? std::string::npos : comma - start), q[static_cast<size_t>(k)])) {
+                    ok = false;
+                    break;
+                }
+                start = comma + 1;
+            }
+            if (!ok) {
+                err << "tarvokin-cli: --at attend SLOT,RE,CZ : " << v << "\n";
+                return 2;
+            }
+            queries.push_back(q);
+        } else if (project.empty() && !a[i].empty() && a[i][0] != '-') {
+            project = a[i];
+        } else {
+            err << "tarvokin-cli: argument inconnu : " << a[i] << "\n" << kUsage;
+            return 2;
+        }
+    }
+    if (project.empty() || queries.empty()) {
+        err << kUsage;
+        return 2;
+    }
+    fs::path home;
+    if (!homeFor(requested, executable, home, err)) return 1;
+    Workbench wb(home);
+    wb.showMessage = [&err](const std::string& text) { err << text << "\n"; };
+    if (int st = loadForCommand(wb, project, err)) return st;
+    fillSlots(wb, err);
+    char buf[64];
+    for (const auto& q : queries) {
+        std::snprintf(buf, sizeof buf, "%.17g", Get_Cx(wb, static_cast<int>(q[0]), q[1], q[2]));
+        out << buf << "\n";
+    }
+    return 0;
+}
+
+int computePolarCommand(const std::vector<std::string>& a, const std::string& executable, std::ostream& out,
+                        std::ostream& err) {
+    std::vector<std::string> pos;
+    std::optional<fs::path> requested;
+    std::string outFile;
+    for (size_t i = 1; i < a.size(); ++i) {
+        if (a[i] == "--home" && i + 1 < a.size()) requested = fs::path(a[++i]);
+        else if (a[i] == "--out" && i + 1 < a.size()) outFile = a[++i];
+        else if (!a[i].empty() && a[i][0] != '-') pos.push_back(a[i]);
+        else {
+            err << "tarvokin-cli: argument inconnu : " << a[i] << "\n" << kUsage;
+            return 2;
+        }
+    }
+    double re = 0;
+    if (pos.size() != 3 || !tryNumber(pos[2], re) || re <= 0) {
+        err << kUsage;
+        return 2;
+    }
+    fs::path home;
+    if (!homeFor(requested, executable, home, err)) return 1;
+    Workbench wb(home);
+    ReadSettingsAndCatalogue(wb);
+    const std::string reText = plain(std::round(re));
+    std::error_code ec;
+    const std::string outline = fs::absolute(pos[0], ec).string();
+    const std::string polar = outFile.empty() ? (home / "POLAIRES" / (pos[1] + "_" + reText + ".POL")).string()
+                                              : fs::absolute(outFile, ec).string();
+    StreamProgress progress(err);
+    WaitHooks hooks;
+    hooks.progress = &progress;
+    PolarRun run = Calc_Polar(wb, 110, reText, polar, outline, pos[1], hooks);
+    if (!run.saved) {
+        err << "tarvokin-cli: " << run.reason << "\n";
+        return 1;
+    }
+    PolarStore store;
+    if (!Read_Polar(store, run.polar, 0, 0)) {
+        err << "tarvokin-cli: XFOIL n'a pas écrit de polaire lisible : " << run.polar.string() << "\n";
+        return 1;
+    }
+    out << run.polar.string() << "\n";
+    return 0;
 }
 
 }  // namespace
@@ -151,6 +342,9 @@ int runCli(const std::vector<std::string>& args, const std::string& executable, 
         return args.empty() ? 2 : 0;
     }
     if (args[0] == "fields") return fieldsCommand(args, executable, out, err);
+    if (args[0] == "polar") return polarCommand(args, out, err);
+    if (args[0] == "cx") return cxCommand(args, executable, out, err);
+    if (args[0] == "compute-polar") return computePolarCommand(args, executable, out, err);
     err << "tarvokin-cli: commande inconnue : " << args[0] << "\n" << kUsage;
     return 2;
 }

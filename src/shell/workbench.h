@@ -40,6 +40,7 @@ public:
     ProfilCatalogue catalogue;
     OutlineStore outlines;
     PolarStore polars;  // the six polars of each airfoil slot
+    std::array<OutlinePoints, 3> slotOutlines;  // each slot's outline, for the airfoil window's drawing
 
     std::string projectFilePath;   // full path of the current .MDL, empty when none
     std::string languageFilePath;  // language file of settings.languageCode

@@ -50,7 +50,7 @@ TEST(CliFields, PrintsEveryCellSortedWithListPositions) {
     EXPECT_EQ(r.fields["F_3D.T_NOM_Modele"], "Démo Planeur 2m20");
     EXPECT_EQ(r.fields["F_GEO_SF.b5"], "230");
     EXPECT_EQ(r.fields["F_3D.Combo5"], "CLARKY");
-    EXPECT_EQ(r.fields["F_3D.Combo5.ListIndex"], "3");
+    EXPECT_EQ(r.fields["F_3D.Combo5.ListIndex"], "4");
     EXPECT_EQ(r.fields["F_PROFILS.CB_1(1)"], "Générique Début");
     EXPECT_EQ(r.fields["F_Main.Toolbar2(17).Tag"], "0");
     EXPECT_TRUE(r.fields.count("F_GEO_STAB.b21.ListIndex"));

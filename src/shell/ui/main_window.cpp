@@ -5,6 +5,9 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDesktopServices>
+#include <QDockWidget>
+#include <QProgressDialog>
+#include <QStatusBar>
 #include <QFileDialog>
 #include <QHBoxLayout>
 #include <QMenuBar>
@@ -18,10 +21,14 @@
 #include <QUrl>
 #include <filesystem>
 
+#include "airfoils/polar_store.h"
+#include "airfoils/ui/airfoil_window.h"
+#include "airfoils/xfoil_runner.h"
 #include "design/ui/fuselage_panel.h"
 #include "design/ui/settings_panel.h"
 #include "design/ui/stab_panel.h"
 #include "design/ui/wing_panel.h"
+#include "shell/progress.h"
 #include "shell/session.h"
 #include "shell/ui/cell_widgets.h"
 #include "shell/ui/preferences_dialog.h"
@@ -73,7 +80,24 @@ const ButtonDef kButtons[] = {
 
 bool isSeparatorPosition(int p) { return p == 5 || p == 16 || p == 22 || p == 28 || p == 31; }
 
-bool isToggle(int p) { return p == button::Wing || p == button::Fuselage || p == button::Stab || p == button::Reglages; }
+bool isToggle(int p) {
+    return p == button::Wing || p == button::Fuselage || p == button::Stab || p == button::Reglages ||
+           p == button::Profils;
+}
+
+// Progress of one solver run in a dialog with Cancel.
+class DialogProgress : public Progress {
+public:
+    explicit DialogProgress(QProgressDialog& d) : d_(d) {}
+    void report(const std::string& text, double fraction) override {
+        d_.setLabelText(qs(text));
+        d_.setValue(static_cast<int>(fraction * 100));
+    }
+    bool cancelled() override { return d_.wasCanceled(); }
+
+private:
+    QProgressDialog& d_;
+};
 
 QString calculatorProgram() {
     for (const char* name : {"gnome-calculator", "kcalc", "galculator", "qalculate-gtk", "xcalc"}) {
@@ -89,6 +113,7 @@ MainWindow::MainWindow(Workbench& wb, SheetBridge& bridge, QWidget* parent)
     : QMainWindow(parent), wb_(wb), bridge_(bridge) {
     setObjectName("F_Main");
     buildCentre();
+    buildAirfoilDock();
     buildToolbar();
     buildMenus();
     auto title = [this] { setWindowTitle(qs(wb_.sheet.text(F_Main::Caption))); };
@@ -137,6 +162,40 @@ void MainWindow::buildCentre() {
     settingsPlace_->setMinimumWidth(340);
     row->addWidget(settingsPlace_, 2);
     setCentralWidget(centre);
+}
+
+bool MainWindow::computePolar(int slot, int reynolds) {
+    const std::string name = wb_.sheet.text(F_PROFILS::CB_1[slot]);
+    QProgressDialog dialog(QStringLiteral("XFOIL : %1, Re %2").arg(qs(name)).arg(reynolds),
+                           QStringLiteral("Annuler"), 0, 100, this);
+    dialog.setObjectName("XfoilProgress");
+    dialog.setWindowModality(Qt::WindowModal);
+    dialog.setMinimumDuration(0);
+    dialog.setValue(0);
+    DialogProgress progress(dialog);
+    WaitHooks hooks;
+    hooks.betweenWaits = [] { QApplication::processEvents(); };
+    hooks.progress = &progress;
+    const auto index = ReynoldsIndex(reynolds);
+    PolarRun run = Calc_Polar(wb_, slot, std::to_string(reynolds), "", "", "", hooks,
+                              [&](const std::filesystem::path& p) { return Read_Polar(wb_.polars, p, slot, index); });
+    statusBar()->showMessage(run.reason.empty() ? QStringLiteral("Polaire calculée : %1").arg(qs(run.polar.string()))
+                                                : qs(run.reason));
+    return run.read;
+}
+
+void MainWindow::buildAirfoilDock() {
+    airfoils_ = new AirfoilWindow(wb_, bridge_, [this](int slot, int re) { return computePolar(slot, re); });
+    airfoilDock_ = new QDockWidget(airfoils_->windowTitle(), this);
+    airfoilDock_->setObjectName("F_PROFILS_dock");
+    airfoilDock_->setWidget(airfoils_);
+    airfoilDock_->setVisible(false);
+    addDockWidget(Qt::BottomDockWidgetArea, airfoilDock_);
+    // Closing the window by its own frame is the same as the toolbar button.
+    connect(airfoilDock_, &QDockWidget::visibilityChanged, this, [this](bool visible) {
+        if (!visible && !syncingDocks_ && !quitting_ && airfoilDock_->isHidden() && wb_.isOpen(button::Profils))
+            TogglePanel(wb_, button::Profils);
+    });
 }
 
 void MainWindow::buildToolbar() {
@@ -248,9 +307,13 @@ void MainWindow::buildMenus() {
 
     QMenu* view = menuBar()->addMenu(QStringLiteral("&Affichage"));
     view->setObjectName("IM_LView");
+    int viewIndex = 0;
     for (const char* caption : {"&Présélection des Profils", "&Performances", "&Allongement",
                                 "&calculs de Motorisations", "&Motorisations"}) {
-        entry(view, "IM_VIEW", QString::fromUtf8(caption));
+        QAction* a = entry(view, "IM_VIEW", QString::fromUtf8(caption), viewIndex == 0);
+        a->setProperty("index", viewIndex);
+        if (viewIndex == 0) connect(a, &QAction::triggered, this, [this] { TogglePanel(wb_, button::Profils); });
+        ++viewIndex;
     }
     view->addSeparator()->setObjectName("ssep");
     entry(view, "IM_View_Modele", QStringLiteral("&Vue 3D"));
@@ -295,6 +358,14 @@ void MainWindow::panelTagsChanged() {
     if (shown != 0) designStack_->setCurrentWidget(designPanels_[shown]);
     designPlace_->setVisible(shown != 0);
     settingsPlace_->setVisible(wb_.isOpen(button::Reglages));
+    const bool profils = wb_.isOpen(button::Profils);
+    if (profils != airfoilDock_->isVisible()) {
+        syncingDocks_ = true;
+        airfoilDock_->setVisible(profils);
+        syncingDocks_ = false;
+        // Opening the window fills its slots (and computes what is missing).
+        if (profils) QMetaObject::invokeMethod(airfoils_, [this] { airfoils_->fillSlots(); }, Qt::QueuedConnection);
+    }
     for (auto& [pos, a] : buttons_) {
         if (a->isCheckable()) {
             QSignalBlocker blk(a);

@@ -8,6 +8,7 @@
 class QAction;
 class QStackedWidget;
 class QScrollArea;
+class QDockWidget;
 
 namespace tarvokin {
 class Workbench;
@@ -16,6 +17,7 @@ class Workbench;
 namespace tarvokin::ui {
 
 class SheetBridge;
+class AirfoilWindow;
 
 class MainWindow : public QMainWindow {
     Q_OBJECT
@@ -25,6 +27,10 @@ public:
     // The toolbar action at a button position (separators have none).
     QAction* toolbarButton(int position) const;
     QWidget* designPanel(int button) const;
+    AirfoilWindow* airfoilWindow() const { return airfoils_; }
+
+    // Computes a missing polar of a slot with XFOIL, showing progress with Cancel.
+    bool computePolar(int slot, int reynolds);
 
     void openProject();
     void saveProjectAs();
@@ -36,6 +42,7 @@ private:
     void buildMenus();
     void buildToolbar();
     void buildCentre();
+    void buildAirfoilDock();
     void panelTagsChanged();
     void openPreferences();
     void openInEditor(const QString& relativePath, const QString& missingMessage = {});
@@ -47,6 +54,9 @@ private:
     QStackedWidget* designStack_ = nullptr;
     QScrollArea* designPlace_ = nullptr;
     QScrollArea* settingsPlace_ = nullptr;
+    AirfoilWindow* airfoils_ = nullptr;
+    QDockWidget* airfoilDock_ = nullptr;
+    bool syncingDocks_ = false;
     bool quitting_ = false;
 };
 

@@ -1,0 +1,104 @@
+#include "airfoils/airfoil_selection.h"
+
+#include <cmath>
+
+#include "airfoils/catalogue_edit.h"
+#include "airfoils/polar_store.h"
+#include "design/recalc.h"
+#include "project/profile_file.h"
+#include "shell/workbench.h"
+
+namespace tarvokin {
+
+namespace fs = std::filesystem;
+
+const std::array<const char*, 6> kFigureRowTitles = {"Cxmin", "Czopt", "k", "Czdécroch", "Cm0", "Alpha0"};
+
+namespace {
+
+bool isGenericName(const std::string& name) { return name.find("Générique") != std::string::npos; }
+
+}  // namespace
+
+fs::path polarFile(const Workbench& wb, const std::string& listText, int reynolds) {
+    std::string name = listText;
+    if (isGenericName(listText)) {
+        const size_t row = wb.catalogue.Find_Profil(listText);
+        if (row != kNotFound) name = fs::path(wb.catalogue.rows[row].Path).stem().string();
+    }
+    return wb.home() / "POLAIRES" / (name + "_" + std::to_string(reynolds) + ".POL");
+}
+
+void refreshReynoldsEstimate(Workbench& wb) {
+    Sheet& s = wb.sheet;
+    const double re = Calc_Re(s.val(F_PROFILS::b6), s.val(F_PROFILS::b5), s.val(F_PROFILS::B4));
+    s.setPlain(F_PROFILS::T_RE, re);
+}
+
+void CB_1_Click(Workbench& wb, int slot, const PolarComputer& compute) {
+    if (slot < 0 || slot > 2) return;
+    Sheet& s = wb.sheet;
+    const Cell list = F_PROFILS::CB_1[slot];
+    PolarTable& table = wb.polars.PolarTables[static_cast<size_t>(slot)];
+    table.assign(static_cast<size_t>(kPolarTableStartRows), PolarTableRow{});
+
+    const std::string text = s.text(list);
+    const size_t row = wb.catalogue.Find_Profil(text);
+    if (row != kNotFound) {
+        Load_Profil(wb, wb.catalogue.rows[row].Path, slot, OutlineWindow::F_PROFILS);
+        wb.slotOutlines[static_cast<size_t>(slot)] = wb.outlines.Outline;
+        std::string position;
+        s.set(F_PROFILS::T_EpRel[slot], Get_Thickness(wb, position));
+        s.set(F_PROFILS::T_PosEp[slot], position);
+    }
+    refreshReynoldsEstimate(wb);
+    if (!wb.projectFilePath.empty()) {
+        WriteProfileString("Modele", "Profil_" + std::to_string(slot), text, wb.projectFilePath);
+    }
+    const int last = static_cast<int>(wb.catalogue.rows.size()) - 1;
+    if (s.listIndex(list) > last) s.setListIndex(list, last);
+
+    for (int i = 0; i < kReynoldsCount; ++i) {
+        const int re = kStandardReynolds[static_cast<size_t>(i)];
+        if (!Read_Polar(wb.polars, polarFile(wb, text, re), slot, i) && compute) compute(slot, re);
+    }
+    const PolarFigures& f = wb.polars.figures[static_cast<size_t>(slot)];
+    s.setFixed(F_PROFILS::T_CXMin[slot], f.T_CXMin, 5);
+    s.setFixed(F_PROFILS::T_CzOpt[slot], f.T_CzOpt, 4);
+    s.setFixed(F_PROFILS::T_k[slot], f.T_k, 4);
+    s.setFixed(F_PROFILS::T_Cz_Decroch[slot], f.T_Cz_Decroch, 5);
+    fillFiguresGrid(wb);
+    RecalcAll(wb);
+}
+
+FiguresGrid fillFiguresGrid(Workbench& wb) {
+    FiguresGrid g;
+    static constexpr int kDecimals[6] = {5, 4, 4, 5, 4, 2};
+    bool catalogueChanged = false;
+    for (int slot = 0; slot < kPolarSlots; ++slot) {
+        const std::string name = wb.sheet.text(F_PROFILS::CB_1[slot]);
+        for (int i = 0; i < kReynoldsCount; ++i) {
+            const PolarRecord& r = wb.polars.Polars[static_cast<size_t>(slot)][static_cast<size_t>(i)];
+            g.columnHeads.push_back(" Re " + std::to_string(r.Re));
+            const double values[6] = {r.Cxmin, r.Czopt, r.k, r.Cz_Decroch, r.Cm0, r.Alpha0};
+            for (int k = 0; k < 6; ++k) g.rows[static_cast<size_t>(k)].push_back(fixed(values[k], kDecimals[k]));
+            if (i == kReynoldsCount - 1 && !name.empty()) {
+                const size_t row = wb.catalogue.Find_Profil(name);
+                if (row != kNotFound) {
+                    CatalogueRow& c = wb.catalogue.rows[row];
+                    const double cm0 = roundHalfAway(r.Cm0, 4), a0 = roundHalfAway(r.Alpha0, 4);
+                    if (c.Cm0 != cm0 || c.Alpha0 != a0) {
+                        c.Cm0 = cm0;
+                        c.Alpha0 = a0;
+                        catalogueChanged = true;
+                    }
+                }
+            }
+        }
+    }
+    // A new row's figures are known once its polars are read: keep them.
+    if (catalogueChanged) Write_Generic(wb);
+    return g;
+}
+
+}  // namespace tarvokin

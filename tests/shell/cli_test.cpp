@@ -113,3 +113,51 @@ TEST(CliFields, UnknownFieldOrCommandIsAUsageError) {
     EXPECT_EQ(cli({"frobnicate"}).status, 2);
     EXPECT_EQ(cli({"fields", h.demo(), "--open", "x"}).status, 2);
 }
+
+TEST(CliPolar, ReportsTheRecordAndFailsOnAnUnreadableFile) {
+    Home h;
+    const std::string pol = h.home() + "/POLAIRES/CLARKY_220000.POL";
+    CliRun r = cli({"polar", pol});
+    ASSERT_EQ(r.status, 0) << r.err;
+    EXPECT_EQ(r.fields["Re"], "220000");
+    EXPECT_EQ(r.out.find("row,Alpha,Cz,Cx,CzExt,CxExt,Cm\n0,-4,"), r.out.find("row,"));
+    const int last = std::stoi(r.fields["LastRow"]);
+    EXPECT_GT(last, 40);
+    // With --re-index the record is the one named, whatever the file's name says.
+    EXPECT_EQ(cli({"polar", pol, "--re-index", "5"}).fields["Re"], "1500000");
+    test::writeBytes(h.home() + "/junk_25000.POL", "no polar here\n");
+    CliRun bad = cli({"polar", h.home() + "/junk_25000.POL"});
+    EXPECT_EQ(bad.status, 1);
+    EXPECT_TRUE(bad.out.empty());
+}
+
+TEST(CliCx, AnswersEachQueryAfterTheSlotsAreFilled) {
+    Home h;
+    CliRun r = cli({"cx", h.demo(), "--home", h.home(), "--at", "0,220000,0.5", "--at", "2,1500000,0.3", "--at",
+                    "1,220000,0.5"});
+    ASSERT_EQ(r.status, 0) << r.err;
+    std::istringstream in(r.out);
+    std::vector<double> v;
+    for (std::string l; std::getline(in, l);) v.push_back(std::stod(l));
+    ASSERT_EQ(v.size(), 3u);
+    EXPECT_GT(v[0], 0.005);
+    EXPECT_LT(v[0], 0.03);
+    EXPECT_GT(v[1], 0.003);
+    // Slot 1 is "Générique Début", the alias of CLARKY in slot 0: the same drag.
+    EXPECT_DOUBLE_EQ(v[2], v[0]);
+    EXPECT_EQ(cli({"cx", h.demo(), "--at", "0,1"}).status, 2);
+}
+
+TEST(CliComputePolar, OneXfoilRunWithTheInstallationSettings) {
+    Home h;
+    const std::string out = h.home() + "/e.pol";
+    CliRun r = cli({"compute-polar", h.home() + "/DATA/E387.DAT", "E387", "100000", "--out", out, "--home", h.home()});
+    ASSERT_EQ(r.status, 0) << r.err;
+    CliRun p = cli({"polar", out, "--re-index", "2"});
+    ASSERT_EQ(p.status, 0);
+    // The shipped settings sweep -4 to 14 degrees by 0.25.
+    EXPECT_NE(p.out.find("\n0,-4,"), std::string::npos);
+    CliRun missing = cli({"compute-polar", h.home() + "/DATA/NONE.DAT", "NONE", "100000", "--home", h.home()});
+    EXPECT_EQ(missing.status, 1);
+    EXPECT_FALSE(missing.err.empty());
+}

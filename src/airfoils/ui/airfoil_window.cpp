@@ -49,7 +49,9 @@ protected:
         QPainter p(this);
         p.setRenderHint(QPainter::Antialiasing);
         const double zoom = std::max(10.0, wb_.sheet.val(Slider1)) / 100.0;
-        const double scale = (width() - 20) * zoom;
+        // Chord across the width, unless the height (a section rarely spans
+        // more than a quarter of its chord) is the tighter limit.
+        const double scale = std::min(width() - 20.0, (height() - 10.0) / 0.3) * zoom;
         const QPointF origin(10, height() / 2.0);
         p.setPen(QPen(Qt::lightGray, 1, Qt::DashLine));
         p.drawLine(QPointF(0, origin.y()), QPointF(width(), origin.y()));
@@ -286,13 +288,15 @@ void AirfoilWindow::drawChart(int i) {
     for (int slot = 0; slot < 3; ++slot) {
         if (!wb_.sheet.on(Check2[slot])) continue;
         const QString name = qs(wb_.sheet.text(CB_1[slot]));
+        bool named = false;
         for (int r = 0; r < kReynoldsCount; ++r) {
             if (!wb_.sheet.on(Check1[r])) continue;
             const PolarRecord& rec = wb_.polars.Polars[static_cast<size_t>(slot)][static_cast<size_t>(r)];
             if (rec.LastRow <= 0) continue;
             std::vector<std::pair<double, double>> pts;
             for (int k = 0; k <= rec.LastRow && k < kPolarRows; ++k) pts.push_back(curvePoint(choice, rec.Points[static_cast<size_t>(k)]));
-            c->addSeries(name + " " + QString::number(rec.Re), pts, slot, 5 - r, false, points);
+            c->addSeries(name, pts, slot, 5 - r, false, points, !named);
+            named = true;
         }
     }
 }

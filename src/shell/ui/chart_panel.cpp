@@ -2,6 +2,7 @@
 
 #include <QChart>
 #include <QChartView>
+#include <QLegendMarker>
 #include <QLineSeries>
 #include <QPen>
 #include <QValueAxis>
@@ -43,7 +44,7 @@ void ChartPanel::setAxisTitles(const QString& x, const QString& y) {
 int ChartPanel::seriesCount() const { return static_cast<int>(chart_->series().size()); }
 
 void ChartPanel::addSeries(const QString& name, const std::vector<std::pair<double, double>>& points, int slot,
-                           int shade, bool dashed, bool withPoints) {
+                           int shade, bool dashed, bool withPoints, bool inLegend) {
     auto* s = new QLineSeries;
     s->setName(name);
     for (const auto& [x, y] : points) {
@@ -55,6 +56,9 @@ void ChartPanel::addSeries(const QString& name, const std::vector<std::pair<doub
     s->setPen(pen);
     s->setPointsVisible(withPoints);
     chart_->addSeries(s);
+    if (!inLegend) {
+        for (QLegendMarker* m : chart_->legend()->markers(s)) m->setVisible(false);
+    }
     rebuildAxes();
 }
 

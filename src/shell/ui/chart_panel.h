@@ -21,8 +21,10 @@ public:
     void clear();
     void setAxisTitles(const QString& x, const QString& y);
     // shade 0 is the slot's full colour; higher shades are lighter.
+    // Only series with inLegend appear in the legend (one entry per airfoil,
+    // not one per Reynolds number).
     void addSeries(const QString& name, const std::vector<std::pair<double, double>>& points, int slot, int shade,
-                   bool dashed, bool withPoints);
+                   bool dashed, bool withPoints, bool inLegend = true);
     bool savePng(const QString& file) const;
     int seriesCount() const;
 

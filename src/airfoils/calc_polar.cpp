@@ -57,7 +57,7 @@ PolarRun Calc_Polar(Workbench& wb, int mode, std::optional<std::string> Re, cons
         dat = datPath;
         polar = polarPath;
     } else {
-        run.reason = "No airfoil given for the polar";
+        run.reason = "Aucun profil indiqué pour la polaire";
         return run;
     }
     const std::string reText = plain(std::round(re));

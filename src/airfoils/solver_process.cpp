@@ -137,23 +137,23 @@ std::string describeOutcome(const ProcessOutcome& o, const std::string& program,
     };
     switch (o.end) {
         case ProcessOutcome::NotStarted:
-            return "Cannot start " + program + ": the system refuses a new process";
+            return "Impossible de démarrer " + program + " : le système refuse un nouveau processus";
         case ProcessOutcome::Cancelled:
-            return program + " run cancelled";
+            return program + " : calcul annulé";
         case ProcessOutcome::TimedOut:
-            return program + " stopped after the time limit of " + std::to_string(timeoutSeconds) + " s";
+            return program + " arrêté après le temps limite de " + std::to_string(timeoutSeconds) + " s";
         case ProcessOutcome::Signalled:
-            return program + " crashed (" + signalName(o.code) + ")";
+            return program + " s'est arrêté en erreur (" + signalName(o.code) + ")";
         case ProcessOutcome::Exited:
             break;
     }
     // The shell's own codes: 126 a program it can't run, 127 one it can't
     // find, 128 + n a program that died of signal n.
     if (o.code == 0) return "";
-    if (o.code == 126) return program + " could not be run";
-    if (o.code == 127) return program + " was not found";
-    if (o.code > 128 && o.code < 128 + 65) return program + " crashed (" + signalName(o.code - 128) + ")";
-    return program + " ended with error code " + std::to_string(o.code);
+    if (o.code == 126) return program + " n'a pas pu être lancé";
+    if (o.code == 127) return program + " est introuvable";
+    if (o.code > 128 && o.code < 128 + 65) return program + " s'est arrêté en erreur (" + signalName(o.code - 128) + ")";
+    return program + " s'est terminé avec le code d'erreur " + std::to_string(o.code);
 }
 
 }  // namespace tarvokin

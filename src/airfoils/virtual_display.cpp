@@ -92,12 +92,12 @@ void VirtualDisplay::stopLocked() {
 std::string VirtualDisplay::start(std::string& reason) {
     const std::string xvfb = findOnPath("Xvfb");
     if (xvfb.empty()) {
-        reason = "Xvfb is not installed: XFOIL needs it as its display (package xvfb)";
+        reason = "Xvfb n'est pas installé : XFOIL en a besoin comme écran (paquet xvfb)";
         return "";
     }
     int fds[2];
     if (::pipe2(fds, O_CLOEXEC) != 0) {
-        reason = "Cannot start Xvfb: no pipe for its display number";
+        reason = "Impossible de démarrer Xvfb : pas de tube pour son numéro d'écran";
         return "";
     }
     // The server picks a free display number itself and writes it on this
@@ -113,7 +113,7 @@ std::string VirtualDisplay::start(std::string& reason) {
     if (pid < 0) {
         ::close(fds[0]);
         ::close(fds[1]);
-        reason = "Cannot start Xvfb: the system refuses a new process";
+        reason = "Impossible de démarrer Xvfb : le système refuse un nouveau processus";
         return "";
     }
     if (pid == 0) {
@@ -161,7 +161,7 @@ std::string VirtualDisplay::start(std::string& reason) {
     if (!complete || number.empty()) {
         ::kill(pid, SIGKILL);
         reapWithin(pid, 2000);
-        reason = "Xvfb did not start, so XFOIL has no display";
+        reason = "Xvfb n'a pas démarré : XFOIL n'a pas d'écran";
         return "";
     }
     pid_ = pid;

@@ -169,18 +169,18 @@ std::string runXfoil(const XfoilJob& job, const WaitHooks& hooks) {
     if (!job.polarPath.empty()) fs::remove(job.polarPath, ec);
 
     const std::string& program = job.xfoilPath;
-    if (program.empty()) return "XFOIL is not set: give the path of the program in the preferences";
+    if (program.empty()) return "XFOIL n'est pas indiqué : donnez le chemin du programme dans les préférences";
     const size_t cut = program.rfind('/');
     const std::string exe = cut == std::string::npos ? "" : program.substr(cut + 1);
     const std::string dir = cut == std::string::npos ? "" : program.substr(0, cut + 1);
-    if (exe.empty()) return "XFOIL path is not the full path of the program: " + program;
+    if (exe.empty()) return "Le chemin de XFOIL n'est pas le chemin complet du programme : " + program;
     struct stat st {};
-    if (::stat(program.c_str(), &st) != 0) return "XFOIL not found: " + program;
-    if (!S_ISREG(st.st_mode) || ::access(program.c_str(), X_OK) != 0) return "XFOIL is not executable: " + program;
-    if (!fs::is_regular_file(job.datPath, ec)) return "Airfoil outline not found: " + job.datPath;
+    if (::stat(program.c_str(), &st) != 0) return "XFOIL introuvable : " + program;
+    if (!S_ISREG(st.st_mode) || ::access(program.c_str(), X_OK) != 0) return "XFOIL n'est pas exécutable : " + program;
+    if (!fs::is_regular_file(job.datPath, ec)) return "Contour du profil introuvable : " + job.datPath;
     for (const std::string* f : {&job.datPath, &job.polarPath}) {
         if (f->size() > kXfoilMaxFileName)
-            return "XFOIL takes file names of at most 64 characters, this one has " + std::to_string(f->size()) +
+            return "XFOIL n'accepte que des noms de fichier de 64 caractères au plus, celui-ci en a " + std::to_string(f->size()) +
                    ": " + *f;
     }
 
@@ -192,7 +192,7 @@ std::string runXfoil(const XfoilJob& job, const WaitHooks& hooks) {
     std::string started = program;
     if (::access(dir.c_str(), W_OK) != 0) {
         started = SolverFolder::shared().linkTo(program, exe);
-        if (started.empty()) return "Cannot prepare a working folder for XFOIL in " + fs::temp_directory_path(ec).string();
+        if (started.empty()) return "Impossible de préparer un dossier de travail pour XFOIL dans " + fs::temp_directory_path(ec).string();
     }
     const std::string workDir = started.substr(0, started.rfind('/') + 1);
     const fs::path scratch = fs::path(workDir) / kXfoilScratch;
@@ -204,10 +204,10 @@ std::string runXfoil(const XfoilJob& job, const WaitHooks& hooks) {
     const fs::path commandFile = home / kXfoilCommandFile;
     const fs::path keyFile = home / job.keyFile();
     if (!writeText(commandFile, xfoilCommandText(started, home.string(), job.keyFile())))
-        return "Cannot write " + commandFile.string();
+        return "Impossible d'écrire " + commandFile.string();
     if (!writeText(keyFile, xfoilKeyText(job))) {
         fs::remove(commandFile, ec);
-        return "Cannot write " + keyFile.string();
+        return "Impossible d'écrire " + keyFile.string();
     }
 
     // The start line names the program alone after "cd" into its folder: as a
@@ -241,7 +241,7 @@ std::string runXfoil(const XfoilJob& job, const WaitHooks& hooks) {
         return describeOutcome(outcome, "XFOIL", job.timeoutSeconds);
     }
     report(1.0);
-    if (!fs::exists(job.polarPath, ec)) return "XFOIL saved no polar for " + job.runName();
+    if (!fs::exists(job.polarPath, ec)) return "XFOIL n'a enregistré aucune polaire pour " + job.runName();
     return "";
 }
 

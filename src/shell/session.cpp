@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "airfoils/outline.h"
 #include "project/profile_file.h"
 #include "project/project_file.h"
 #include "project/text_case.h"
@@ -21,6 +22,12 @@ void showRecentMenu(Workbench& wb) {
         const std::string& p = wb.settings.recent[static_cast<size_t>(i)];
         wb.sheet.set(F_Main::IM_RECENT[i], p.empty() ? std::string() : fileNameOnly(p));
     }
+}
+
+// The outline of the wing airfoil named by Combo5, for the window that shows it.
+void loadWingOutline(Workbench& wb, OutlineWindow window) {
+    const size_t row = wb.catalogue.Find_Profil(wb.sheet.text(F_3D::Combo5));
+    if (row != kNotFound) Load_Profil(wb, wb.catalogue.rows[row].Path, 0, window);
 }
 
 std::string profilValue(const Workbench& wb, int slot) {
@@ -51,9 +58,13 @@ StartupResult StartUp(Workbench& wb) {
         }
     }
     showRecentMenu(wb);
-    if (wb.sheet.text(F_3D::T_NOM_Modele) != kUnknownModel && !WingAirfoilKnown(wb)) {
-        result.stop = true;
-        result.message = UnknownAirfoilMessage(wb);
+    if (wb.sheet.text(F_3D::T_NOM_Modele) != kUnknownModel) {
+        if (!WingAirfoilKnown(wb)) {
+            result.stop = true;
+            result.message = UnknownAirfoilMessage(wb);
+        } else {
+            loadWingOutline(wb, OutlineWindow::F_Main);
+        }
     }
     return result;
 }
@@ -154,6 +165,7 @@ void TogglePanel(Workbench& wb, int button) {
     }
     wb.setOpen(button, !wasOpen);
     if (!wasOpen && button == button::Profils) wb.sheet.set(F_Main::T_profils, "1");
+    if (!wasOpen && button == button::Wing) loadWingOutline(wb, OutlineWindow::F_Main);
 }
 
 void CloseAllPanels(Workbench& wb) {

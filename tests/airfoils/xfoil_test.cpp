@@ -218,7 +218,7 @@ TEST(XfoilRun, MissingNonExecutableOrCrashingSolverFailsWithAReasonAndLeavesNoPo
     };
     inst.wb.settings.xfoilPath = (inst.dir / "nowhere" / "xfoil").string();
     PolarRun run = Calc_Polar(inst.wb, 0, std::nullopt, "", "", "", {}, reader);
-    EXPECT_NE(run.reason.find("not found"), std::string::npos) << run.reason;
+    EXPECT_NE(run.reason.find("introuvable"), std::string::npos) << run.reason;
     EXPECT_FALSE(run.saved);
     EXPECT_TRUE(readCalled);  // the slot's record is emptied by the failed read
     EXPECT_FALSE(run.read);
@@ -228,14 +228,14 @@ TEST(XfoilRun, MissingNonExecutableOrCrashingSolverFailsWithAReasonAndLeavesNoPo
     fs::permissions(inst.dir / "xfoil", fs::perms::owner_read | fs::perms::owner_write);
     inst.wb.settings.xfoilPath = (inst.dir / "xfoil").string();
     run = Calc_Polar(inst.wb, 0, "220000", "", "", "", {}, reader);
-    EXPECT_NE(run.reason.find("not executable"), std::string::npos) << run.reason;
+    EXPECT_NE(run.reason.find("pas exécutable"), std::string::npos) << run.reason;
     EXPECT_FALSE(run.read);
 
     // A solver that dies halfway: its polar is cut short, so it is no polar.
     writeBytes(inst.dir / "xfoil", "#!/bin/sh\necho partial > " + inst.polar().string() + "\nkill -SEGV $$\n");
     fs::permissions(inst.dir / "xfoil", fs::perms::owner_all);
     run = Calc_Polar(inst.wb, 0, "220000", "", "", "", {}, reader);
-    EXPECT_NE(run.reason.find("crashed"), std::string::npos) << run.reason;
+    EXPECT_NE(run.reason.find("arrêté en erreur"), std::string::npos) << run.reason;
     EXPECT_FALSE(fs::exists(inst.polar()));
 
     // A Reynolds number of 0 for a slot does nothing at all.
@@ -253,7 +253,7 @@ TEST(XfoilRun, HangingSolverIsStoppedByTheTimeLimitAndByCancel) {
     auto start = std::chrono::steady_clock::now();
     PolarRun run = Calc_Polar(inst.wb, 110, "220000", (inst.dir / "P.POL").string(), "DATA/CLARKY.DAT", "CLARKY",
                               {[&] { ++waits; }, nullptr});
-    EXPECT_NE(run.reason.find("time limit"), std::string::npos) << run.reason;
+    EXPECT_NE(run.reason.find("temps limite"), std::string::npos) << run.reason;
     EXPECT_FALSE(run.saved);
     EXPECT_GE(waits, 1);
     EXPECT_LT(secondsSince(start), 6.0);
@@ -266,7 +266,7 @@ TEST(XfoilRun, HangingSolverIsStoppedByTheTimeLimitAndByCancel) {
     cancel.cancelAfter = 1;  // the question before the start, then one wait
     start = std::chrono::steady_clock::now();
     run = Calc_Polar(inst.wb, 0, "220000", "", "", "", {{}, &cancel});
-    EXPECT_NE(run.reason.find("cancelled"), std::string::npos) << run.reason;
+    EXPECT_NE(run.reason.find("annulé"), std::string::npos) << run.reason;
     EXPECT_LT(secondsSince(start), 5.0);
     EXPECT_TRUE(inst.childGone());
     EXPECT_TRUE(inst.scriptsGone());

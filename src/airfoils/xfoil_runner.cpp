@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <fstream>
+#include <map>
 #include <mutex>
 #include <sstream>
 #include <sys/stat.h>
@@ -82,12 +83,7 @@ public:
     // The link's path, "" when it can't be made.
     std::string linkTo(const std::string& program, const std::string& exe) {
         std::lock_guard<std::mutex> lock(mutex_);
-        if (dir_.empty()) {
-            std::error_code ec;
-            std::string pattern = (fs::temp_directory_path(ec) / "tarvokin-xfoil-XXXXXX").string();
-            if (ec || !::mkdtemp(pattern.data())) return "";
-            dir_ = pattern;
-        }
+        if (!ensureDir()) return "";
         const fs::path link = dir_ / exe;
         std::error_code ec;
         if (fs::is_symlink(link, ec) && fs::read_symlink(link, ec) == fs::path(program)) return link.string();
@@ -96,9 +92,41 @@ public:
         return ec ? "" : link.string();
     }
 
+    // XFOIL keeps file names in 64 characters: a longer path (a user's home
+    // folder easily makes one) is given to it through a one-letter link to
+    // its folder, in this private folder with a short name. "" when the
+    // short form is still too long or the link can't be made.
+    std::string shortPath(const std::string& full) {
+        std::lock_guard<std::mutex> lock(mutex_);
+        if (!ensureDir()) return "";
+        const fs::path f(full);
+        const std::string folder = f.parent_path().string();
+        auto it = aliases_.find(folder);
+        if (it == aliases_.end()) {
+            const std::string tag(1, static_cast<char>('a' + aliases_.size() % 26));
+            const fs::path link = dir_ / (tag + std::to_string(aliases_.size() / 26));
+            std::error_code ec;
+            fs::remove(link, ec);
+            fs::create_symlink(f.parent_path(), link, ec);
+            if (ec) return "";
+            it = aliases_.emplace(folder, link).first;
+        }
+        const std::string shortened = (it->second / f.filename()).string();
+        return shortened.size() <= kXfoilMaxFileName ? shortened : "";
+    }
+
 private:
+    bool ensureDir() {
+        if (!dir_.empty()) return true;
+        std::string pattern = "/tmp/tvk-XXXXXX";
+        if (!::mkdtemp(pattern.data())) return false;
+        dir_ = pattern;
+        return true;
+    }
+
     std::mutex mutex_;
     fs::path dir_;
+    std::map<std::string, fs::path> aliases_;
 };
 
 constexpr const char* kXfoilScratch = ":00.bl";
@@ -162,8 +190,11 @@ std::string xfoilKeyText(const XfoilJob& job) {
     return t;
 }
 
-std::string runXfoil(const XfoilJob& job, const WaitHooks& hooks) {
+std::string runXfoil(const XfoilJob& jobAsGiven, const WaitHooks& hooks) {
     std::error_code ec;
+    // The paths the solver reads in its script, shortened when too long; the
+    // files themselves are the same.
+    XfoilJob job = jobAsGiven;
     // XFOIL adds to an existing polar file or refuses it; and a failed run
     // must not leave the old polar behind as if it were the new one.
     if (!job.polarPath.empty()) fs::remove(job.polarPath, ec);
@@ -178,10 +209,14 @@ std::string runXfoil(const XfoilJob& job, const WaitHooks& hooks) {
     if (::stat(program.c_str(), &st) != 0) return "XFOIL introuvable : " + program;
     if (!S_ISREG(st.st_mode) || ::access(program.c_str(), X_OK) != 0) return "XFOIL n'est pas exécutable : " + program;
     if (!fs::is_regular_file(job.datPath, ec)) return "Contour du profil introuvable : " + job.datPath;
-    for (const std::string* f : {&job.datPath, &job.polarPath}) {
-        if (f->size() > kXfoilMaxFileName)
-            return "XFOIL n'accepte que des noms de fichier de 64 caractères au plus, celui-ci en a " + std::to_string(f->size()) +
-                   ": " + *f;
+    if (!job.polarPath.empty()) fs::create_directories(fs::path(job.polarPath).parent_path(), ec);
+    for (std::string* f : {&job.datPath, &job.polarPath}) {
+        if (f->size() <= kXfoilMaxFileName) continue;
+        const std::string shortened = SolverFolder::shared().shortPath(*f);
+        if (shortened.empty())
+            return "XFOIL n'accepte que des noms de fichier de 64 caractères au plus, celui-ci en a " +
+                   std::to_string(f->size()) + " : " + *f;
+        *f = shortened;
     }
 
     std::string reason;

@@ -5,7 +5,9 @@
 #include <fstream>
 #include <sys/stat.h>
 
+#include "airfoils/polar_store.h"
 #include "airfoils/xfoil_runner.h"
+#include "shell/session.h"
 #include "shell/progress.h"
 #include "shell/workbench.h"
 #include "support/temp_dir.h"
@@ -270,4 +272,21 @@ TEST(XfoilRun, HangingSolverIsStoppedByTheTimeLimitAndByCancel) {
     EXPECT_LT(secondsSince(start), 5.0);
     EXPECT_TRUE(inst.childGone());
     EXPECT_TRUE(inst.scriptsGone());
+}
+
+TEST(XfoilRun, LongPathsOfAUsersHomeReachTheSolverThroughShortLinks) {
+    test::TempDir dir;
+    const fs::path home = dir / "a-home-folder-with-a-rather-long-name" / ".local" / "share" / "tarvokin";
+    fs::create_directories(home);
+    test::copyInstallation(home);
+    Workbench wb(home);
+    ReadSettingsAndCatalogue(wb);
+    const std::string outline = (home / "DATA" / "CLARKY.DAT").string();
+    const std::string polar = (home / "POLAIRES" / "CLARKY_100000.POL").string();
+    ASSERT_GT(polar.size(), kXfoilMaxFileName);
+    PolarRun run = Calc_Polar(wb, 110, "100000", polar, outline, "CLARKY");
+    EXPECT_TRUE(run.saved) << run.reason;
+    PolarStore store;
+    EXPECT_TRUE(Read_Polar(store, polar, 0, 2));
+    EXPECT_GT(store.Polars[0][2].LastRow, 20);
 }

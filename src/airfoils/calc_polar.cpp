@@ -2,7 +2,7 @@
 // a run by where the call comes from, runs XFOIL, and reads the polar.
 #include <cmath>
 
-#include "airfoils/catalogue_edit.h"
+#include "project/file_spelling.h"
 #include "airfoils/xfoil_runner.h"
 #include "project/numbers.h"
 #include "project/text_case.h"

@@ -2,7 +2,6 @@
 // file, and the Reynolds estimate of the window's frame.
 #pragma once
 
-#include <filesystem>
 #include <string>
 
 namespace tarvokin {
@@ -23,10 +22,5 @@ void Write_Generic(const Workbench& wb);
 // Mean Reynolds number of flight: 70 x speed in m/s x mean chord in mm, the
 // mean chord being 10 x area / span; only the last step truncates.
 double Calc_Re(double speedKmh, double areaDm2, double spanM);
-
-// Opens a file whose name may differ from the stored one in letter case only
-// (catalogue paths of added airfoils are kept in upper case): the existing
-// spelling, or the path as given when none matches.
-std::filesystem::path existingSpelling(const std::filesystem::path& path);
 
 }  // namespace tarvokin

@@ -8,6 +8,7 @@
 #include <system_error>
 
 #include "airfoils/outline.h"
+#include "project/file_spelling.h"
 #include "project/numbers.h"
 #include "project/text_case.h"
 
@@ -87,32 +88,6 @@ std::string slashes(std::string_view file) {
     return s;
 }
 
-// The entry of `folder` whose name equals `name` but for letter case.
-bool findNoCase(const fs::path& folder, const std::string& name, fs::path& found) {
-    std::error_code ec;
-    fs::directory_iterator it(folder.empty() ? fs::path(".") : folder, ec);
-    if (ec) return false;
-    for (const fs::directory_entry& entry : it) {
-        if (equalsNoCase(entry.path().filename().string(), name)) {
-            found = folder / entry.path().filename();
-            return true;
-        }
-    }
-    return false;
-}
-
-fs::path existingNoCase(const fs::path& p) {
-    std::error_code ec;
-    if (fs::exists(p, ec)) return p;
-    fs::path built = p.root_path();
-    for (const fs::path& part : p.relative_path()) {
-        fs::path next = built / part;
-        if (!fs::exists(next, ec) && !findNoCase(built, part.string(), next)) return p;
-        built = next;
-    }
-    return built;
-}
-
 }  // namespace
 
 fs::path outlinePath(const fs::path& home, std::string_view file) {
@@ -121,7 +96,7 @@ fs::path outlinePath(const fs::path& home, std::string_view file) {
     if (name.find('/') == std::string::npos) name = "DATA/" + name;
     fs::path p(name);
     if (p.is_relative()) p = home / p;
-    return existingNoCase(p);
+    return existingSpelling(p);
 }
 
 OutlinePoints readOutlineText(std::string_view text, OutlineExtremes& extremes) {

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "airfoils/catalogue_edit.h"
+#include "project/file_spelling.h"
 #include "project/profile_file.h"
 #include "project/text_case.h"
 #include "shell/workbench.h"

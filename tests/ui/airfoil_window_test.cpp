@@ -6,33 +6,15 @@
 #include <filesystem>
 
 #include "airfoils/ui/airfoil_window.h"
-#include "shell/session.h"
+#include "main_window_fixture.h"
 #include "shell/ui/chart_panel.h"
-#include "shell/ui/main_window.h"
-#include "shell/ui/sheet_bridge.h"
-#include "shell/workbench.h"
-#include "support/temp_dir.h"
 
 using namespace tarvokin;
 
 class AirfoilWindowTest : public QObject {
     Q_OBJECT
 
-    struct Fixture {
-        test::TempDir dir;
-        Workbench wb{dir.path()};
-        std::vector<std::string> messages;
-        std::unique_ptr<ui::SheetBridge> bridge;
-        std::unique_ptr<ui::MainWindow> window;
-        Fixture() {
-            test::copyInstallation(dir.path());
-            wb.showMessage = [this](const std::string& t) { messages.push_back(t); };
-            ReadSettingsAndCatalogue(wb);
-            bridge = std::make_unique<ui::SheetBridge>(wb);
-            window = std::make_unique<ui::MainWindow>(wb, *bridge);
-            OpenProject(wb, (dir.path() / "MODELES" / "DEMO.MDL").string());
-            window->show();
-        }
+    struct Fixture : test::MainWindowFixture {
         ui::AirfoilWindow* airfoils() const { return window->airfoilWindow(); }
         void open() {
             window->toolbarButton(button::Profils)->trigger();

@@ -6,32 +6,14 @@
 #include <QPainter>
 #include <QtTest>
 
-#include "shell/session.h"
-#include "shell/ui/main_window.h"
-#include "shell/ui/sheet_bridge.h"
-#include "shell/workbench.h"
-#include "support/temp_dir.h"
+#include "main_window_fixture.h"
 
 using namespace tarvokin;
 
 class DesignPanelsTest : public QObject {
     Q_OBJECT
 
-    struct Fixture {
-        test::TempDir dir;
-        Workbench wb{dir.path()};
-        std::vector<std::string> messages;
-        std::unique_ptr<ui::SheetBridge> bridge;
-        std::unique_ptr<ui::MainWindow> window;
-        Fixture() {
-            test::copyInstallation(dir.path());
-            wb.showMessage = [this](const std::string& t) { messages.push_back(t); };
-            ReadSettingsAndCatalogue(wb);
-            bridge = std::make_unique<ui::SheetBridge>(wb);
-            window = std::make_unique<ui::MainWindow>(wb, *bridge);
-            OpenProject(wb, (dir.path() / "MODELES" / "DEMO.MDL").string());
-            window->show();
-        }
+    struct Fixture : test::MainWindowFixture {
         QWidget* wing() const { return window->designPanel(button::Wing); }
         template <class T>
         T* find(QWidget* in, const char* name) const {

@@ -146,6 +146,15 @@ bool parseFieldsArgs(const std::vector<std::string>& a, FieldsArgs& out, std::st
     return true;
 }
 
+bool homeFor(const std::optional<fs::path>& requested, const std::string& executable, fs::path& home,
+             std::ostream& err) {
+    home = userHomeFolder(requested);
+    std::string error;
+    if (seedHomeFolder(home, shippedDataFolder(executable), error)) return true;
+    err << "tarvokin-cli: " << error << "\n";
+    return false;
+}
+
 int fieldsCommand(const std::vector<std::string>& args, const std::string& executable, std::ostream& out,
                   std::ostream& err) {
     FieldsArgs fa;
@@ -154,11 +163,8 @@ int fieldsCommand(const std::vector<std::string>& args, const std::string& execu
         err << "tarvokin-cli: " << error << "\n" << kUsage;
         return 2;
     }
-    fs::path home = userHomeFolder(fa.home);
-    if (!seedHomeFolder(home, shippedDataFolder(executable), error)) {
-        err << "tarvokin-cli: " << error << "\n";
-        return 1;
-    }
+    fs::path home;
+    if (!homeFor(fa.home, executable, home, err)) return 1;
     Workbench wb(home);
     int status = 0;
     wb.showMessage = [&err, &status](const std::string& text) {
@@ -178,15 +184,6 @@ int fieldsCommand(const std::vector<std::string>& args, const std::string& execu
     }
     printFields(wb, out);
     return status;
-}
-
-bool homeFor(const std::optional<fs::path>& requested, const std::string& executable, fs::path& home,
-             std::ostream& err) {
-    home = userHomeFolder(requested);
-    std::string error;
-    if (seedHomeFolder(home, shippedDataFolder(executable), error)) return true;
-    err << "tarvokin-cli: " << error << "\n";
-    return false;
 }
 
 int polarCommand(const std::vector<std::string>& a, std::ostream& out, std::ostream& err) {

@@ -21,11 +21,7 @@ StabPanel::StabPanel(SheetBridge& b, QWidget* parent) : QWidget(parent) {
 
     auto* panels = new QGroupBox(QStringLiteral("Stab"));
     auto* g = new QGridLayout(panels);
-    for (int k = 1; k <= 5; ++k) {
-        auto* h = new QLabel(QStringLiteral("Panneau %1").arg(k));
-        h->setAlignment(Qt::AlignCenter);
-        g->addWidget(h, 0, k);
-    }
+    addPanelHeads(g);
     addGridRow(b, g, 1, QStringLiteral("Corde Emplanture"), {b16, c16, D16, e16, f16}, {}, {c16, D16, e16, f16});
     addGridRow(b, g, 2, QStringLiteral("Corde Saumon"), {b17, c17, d17, e17, f17});
     addGridRow(b, g, 3, QStringLiteral("Longueur"), {b18, c18, d18, e18, f18});
@@ -57,9 +53,7 @@ StabPanel::StabPanel(SheetBridge& b, QWidget* parent) : QWidget(parent) {
 
     auto* surfaces = new QGroupBox(QStringLiteral("Profondeur"));
     auto* sg = new QGridLayout(surfaces);
-    const QString heads[] = {QStringLiteral("Pos G"), QStringLiteral("Pos D"), QStringLiteral("% corde G"),
-                             QStringLiteral("% corde D")};
-    for (int i = 0; i < 4; ++i) sg->addWidget(new QLabel(heads[i]), 0, i + 1);
+    addSurfaceHeads(sg);
     addGridRow(b, sg, 1, QStringLiteral("Profondeur"), {T_Prof_PosL, T_Prof_PosR, T_Prof_Pourc, T_Prof_PourcD});
     top->addWidget(surfaces);
 

@@ -20,11 +20,7 @@ WingPanel::WingPanel(SheetBridge& b, QWidget* parent) : QWidget(parent) {
 
     auto* panels = new QGroupBox(QStringLiteral("Panneaux (une demi-aile)"));
     auto* g = new QGridLayout(panels);
-    for (int k = 1; k <= 5; ++k) {
-        auto* h = new QLabel(QStringLiteral("Panneau %1").arg(k));
-        h->setAlignment(Qt::AlignCenter);
-        g->addWidget(h, 0, k);
-    }
+    addPanelHeads(g);
     // Roots of panels 2..5 follow the tip of the panel before: results, not entries.
     addGridRow(b, g, 1, QStringLiteral("Corde Emplanture"), {b5, c5, d5, e5, f5}, {}, {c5, d5, e5, f5});
     addGridRow(b, g, 2, QStringLiteral("Corde Saumon"), {b6, c6, d6, e6, f6});
@@ -63,9 +59,7 @@ WingPanel::WingPanel(SheetBridge& b, QWidget* parent) : QWidget(parent) {
 
     auto* moving = new QGroupBox(QStringLiteral("Gouvernes"));
     auto* mg = new QGridLayout(moving);
-    const QString heads[] = {QStringLiteral("Pos G"), QStringLiteral("Pos D"), QStringLiteral("% corde G"),
-                             QStringLiteral("% corde D")};
-    for (int i = 0; i < 4; ++i) mg->addWidget(new QLabel(heads[i]), 0, i + 1);
+    addSurfaceHeads(mg);
     addGridRow(b, mg, 1, QStringLiteral("Ailerons"), {T_Ail_PosL, T_Ail_PosR, T_Ail_Pourc, T_Ail_PourcD});
     addGridRow(b, mg, 2, QStringLiteral("Volets"), {T_Flap_PosL, T_Flap_PosR, T_Flap_Pourc, T_Flap_PourcD});
     top->addWidget(moving);

@@ -28,6 +28,20 @@ void addGridRow(SheetBridge& b, QGridLayout* g, int row, const QString& caption,
     if (!tooltip.isEmpty()) label->setToolTip(tooltip);
 }
 
+void addPanelHeads(QGridLayout* g) {
+    for (int k = 1; k <= 5; ++k) {
+        auto* h = new QLabel(QStringLiteral("Panneau %1").arg(k));
+        h->setAlignment(Qt::AlignCenter);
+        g->addWidget(h, 0, k);
+    }
+}
+
+void addSurfaceHeads(QGridLayout* g) {
+    const QString heads[] = {QStringLiteral("Pos G"), QStringLiteral("Pos D"), QStringLiteral("% corde G"),
+                             QStringLiteral("% corde D")};
+    for (int i = 0; i < 4; ++i) g->addWidget(new QLabel(heads[i]), 0, i + 1);
+}
+
 QWidget* addField(SheetBridge& b, QFormLayout* f, const QString& caption, Cell c, const QString& tooltip) {
     auto* e = new CellEdit(b, c);
     if (!tooltip.isEmpty()) e->setToolTip(tooltip);

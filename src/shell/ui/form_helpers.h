@@ -17,6 +17,11 @@ class SheetBridge;
 void addGridRow(SheetBridge& b, QGridLayout* g, int row, const QString& caption, std::initializer_list<Cell> cells,
                 const QString& tooltip = {}, std::initializer_list<Cell> readOnly = {});
 
+// Row 0 of a grid of panels: "Panneau 1" .. "Panneau 5" over columns 1..5.
+void addPanelHeads(QGridLayout* g);
+// Row 0 of a grid of control surfaces: both span positions and both chord shares.
+void addSurfaceHeads(QGridLayout* g);
+
 // Captioned field or result in a form.
 QWidget* addField(SheetBridge& b, QFormLayout* f, const QString& caption, Cell c, const QString& tooltip = {});
 QWidget* addResult(SheetBridge& b, QFormLayout* f, const QString& caption, Cell c);

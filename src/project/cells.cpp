@@ -17,6 +17,13 @@ const char* formName(Form f) {
         case Form::F_CALC_MOT: return "F_CALC_MOT";
         case Form::F_PROFILS: return "F_PROFILS";
         case Form::F_PREFER: return "F_PREFER";
+        case Form::F_GEO_3: return "F_GEO_3";
+        case Form::F_GEO_5: return "F_GEO_5";
+        case Form::F_ALLONGEMENT: return "F_ALLONGEMENT";
+        case Form::F_MOTORISATIONS: return "F_MOTORISATIONS";
+        case Form::F_SERVOS: return "F_SERVOS";
+        case Form::F_STAB: return "F_STAB";
+        case Form::F_STAB_VE: return "F_STAB_VE";
     }
     return "";
 }

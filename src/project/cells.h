@@ -18,6 +18,13 @@ enum class Form : uint8_t {
     F_CALC_MOT,
     F_PROFILS,
     F_PREFER,
+    F_GEO_3,
+    F_GEO_5,
+    F_ALLONGEMENT,
+    F_MOTORISATIONS,
+    F_SERVOS,
+    F_STAB,
+    F_STAB_VE,
 };
 
 const char* formName(Form f);

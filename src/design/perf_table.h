@@ -1,0 +1,29 @@
+// The operating points of the complete model: six tables (three airfoils at
+// two masses) that the performance sweep fills and the aspect-ratio, power and
+// chart code read.
+#pragma once
+
+#include <array>
+#include <vector>
+
+namespace tarvokin {
+
+struct PerfPoint {
+    double CzProfil = 0, CzAvion = 0, ReAile = 0, CxProfil = 0, CxInduit = 0, ReFuselage = 0, CxFuselage = 0,
+           ReStab = 0, CxStab = 0, CzStab = 0, CxInduitStab = 0, CxTotal = 0, V = 0, VKmh = 0, Vz = 0, Finesse = 0,
+           PuissanceAero = 0, Trainee = 0;
+    // Polar points of the airfoil and two spare values, carried over unchanged
+    // from the previous contents of the same slot.
+    double PolCz = 0, PolCx = 0, Spare1 = 0, Spare2 = 0;
+};
+
+using PerfTableT = std::vector<PerfPoint>;
+
+// Slot = airfoil index + 3 * mass index.
+struct PerformanceState {
+    std::array<PerfTableT, 6> PerfTable;
+    std::array<PerfTableT, 6> PerfTableLisse;  // the smoothed curves that are plotted and read by the cursor
+    double CzStabMin = 9999, CzStabMax = -9999;
+};
+
+}  // namespace tarvokin

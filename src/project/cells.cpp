@@ -51,6 +51,8 @@ std::vector<CellDef> buildTable() {
     static const char* ribDefaults[5] = {"1305", "4", "4", "0", "0"};
     for (int i = 0; i < 40; ++i) t[F_GEO_FUS::Ribs[i].id].defaultText = ribDefaults[i % 5];
     for (int i = 0; i < 3; ++i) t[F_PROFILS::L_PROFIL[i].id].defaultText = "Profil " + std::to_string(i + 1);
+    // The lighting effects of the 3D view start off, the parts, axes and texts shown.
+    for (int i = 4; i <= 6; ++i) t[F_3D::Check1[i].id].defaultText = "0";
     return t;
 }
 

@@ -26,7 +26,7 @@ int AddMesh(Engine& engine, int vertexCount, int faceCount);
 void RemoveMesh(Engine& engine, int mesh);
 
 // New camera: field of view 60 degrees, Near 1, Far 1600, fog 1 to 1600,
-// dirty; 0 when the table is full.
+// shaded render mode, orthographic zoom 1, dirty; 0 when the table is full.
 int AddCamera(Engine& engine);
 void RemoveCamera(Engine& engine, int camera);
 // New light: white, fall-off 1 to 1600, not a spot, enabled; 0 when full.

@@ -14,6 +14,7 @@
 #include "design/perf_table.h"
 #include "project/sheet.h"
 #include "shell/settings.h"
+#include "views/aircraft_mesh.h"
 
 namespace tarvokin {
 
@@ -43,6 +44,7 @@ public:
     PolarStore polars;  // the six polars of each airfoil slot
     std::array<OutlinePoints, 3> slotOutlines;  // each slot's outline, for the airfoil window's drawing
     PerformanceState perf;  // the speed polars of the complete model
+    AircraftView view3d;    // the 3D view of the design window: scene, camera, light, orbit, part lists
 
     std::string projectFilePath;   // full path of the current .MDL, empty when none
     std::string languageFilePath;  // language file of settings.languageCode

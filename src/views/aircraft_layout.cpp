@@ -50,7 +50,18 @@ std::vector<WingPanelLayout> layPanels(const Sheet& s, const grid::Row& rootRow,
             p.shape.rootTwist = rootTwist;
             p.shape.tipTwist = twist;
             p.shape.dihedral = dihedral;
+            p.shape.rootRoll = dihedral;
+            p.shape.tipRoll = dihedral;
             p.shape.root = {origin.x + rootSweep, root.y, root.z};
+            // Joints in the plane half way between neighbours; the first
+            // root in the plane of symmetry.
+            if (k == 1) {
+                p.shape.rootRoll = 0;
+            } else if (!out.empty() && out.back().panel == k - 1) {
+                WingPanelLayout& inner = out.back();
+                inner.shape.tipRoll = (inner.shape.dihedral + dihedral) / 2;
+                p.shape.rootRoll = inner.shape.tipRoll;
+            }
             out.push_back(p);
         }
         const double d = dihedral * std::numbers::pi / 180.0;
@@ -135,6 +146,7 @@ AircraftLayout LayoutAircraft(const Sheet& s) {
         f.length = finHeight;
         f.sweep = field(s, F_GEO_STAB::Text9);
         f.dihedral = 90;
+        f.rootRoll = f.tipRoll = 90;
         if (s.on(F_GEO_STAB::Check2)) a.finSpacing = std::fabs(field(s, F_GEO_STAB::Text13));
         f.root = {0, field(s, F_GEO_STAB::Text2), -a.finSpacing / 2};
         a.fin = f;

@@ -9,6 +9,7 @@ namespace tarvokin {
 namespace {
 
 constexpr double kRadians = std::numbers::pi / 180.0;
+constexpr double kMaxSlant = 75 * kRadians;
 
 // Twice the signed area: positive when the outline turns anticlockwise.
 double signedArea(const OutlinePoints& o) {
@@ -50,8 +51,12 @@ MeshPoint PanelPoint(const PanelShape& p, double x, double y, double u) {
     const double along = cx * std::cos(twist) + cy * std::sin(twist);
     const double across = -cx * std::sin(twist) + cy * std::cos(twist);
     // Span line s = (0, sin d, -cos d); the section's "up" n = (0, cos d, sin d).
+    // A point across the chord slides along s by across x tan(d - roll) to
+    // reach the end plane; the slant is kept short of a right angle.
     const double d = p.dihedral * kRadians;
-    const double span = p.length * u;
+    const double roll = (p.rootRoll + (p.tipRoll - p.rootRoll) * u) * kRadians;
+    const double slant = std::clamp(d - roll, -kMaxSlant, kMaxSlant);
+    const double span = p.length * u + across * std::tan(slant);
     return {p.root.x + p.sweep * u + along, p.root.y + across * std::cos(d) + span * std::sin(d),
             p.root.z + across * std::sin(d) - span * std::cos(d)};
 }

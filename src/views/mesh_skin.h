@@ -35,13 +35,20 @@ struct PanelShape {
     double sweep = 0;   // how far the tip's leading edge stands behind the root's
     double rootTwist = 0, tipTwist = 0;  // positive raises the leading edge
     double dihedral = 0;                 // the tip raised above the root; 90 is a vertical panel
-    MeshPoint root;                      // leading edge of the root section
+    // Planes of the end sections, as angles from the vertical like the
+    // dihedral: where two panels of different dihedral meet, both ends lie in
+    // the plane half way between them, so the skins join without a gap; at
+    // the plane of symmetry it is 0. An end square to the span has the
+    // panel's own dihedral.
+    double rootRoll = 0, tipRoll = 0;
+    MeshPoint root;  // leading edge of the root section
 };
 
 // Where a section point (x along the chord, y across it, both in unit chord)
 // of the panel lies, at the fraction `u` of the span from root (0) to tip (1).
-// The section turns about its leading edge by the twist and stands square to
-// the span line, which rises by the dihedral.
+// The section turns about its leading edge by the twist; its line along the
+// panel runs parallel to the span line, which rises by the dihedral, and
+// meets the end planes (rootRoll, tipRoll) there.
 MeshPoint PanelPoint(const PanelShape& p, double x, double y, double u);
 
 // Open tube lofted from the root section to the tip section, two rows of

@@ -1,0 +1,50 @@
+// The full rebuild of the 3D scene of the shipped demo model (two-panel
+// glider, stabiliser, fin, eight-frame fuselage): what a project load, an
+// airfoil choice or the end of a fuselage slider costs before any drawing.
+// No surface is set, so no frame is drawn; the wing airfoil's outline file is
+// read at each rebuild, as the program does.
+#include <benchmark/benchmark.h>
+
+#include <filesystem>
+
+#include "design/recalc.h"
+#include "project/project_file.h"
+#include "shell/session.h"
+#include "shell/workbench.h"
+#include "views/aircraft_mesh.h"
+#include "views/plan.h"
+
+namespace {
+
+using namespace tarvokin;
+
+void loadDemo(Workbench& wb) {
+    // Read from the shipped folder, never written: the benchmark saves nothing.
+    ReadSettingsAndCatalogue(wb);
+    wb.projectFilePath = (std::filesystem::path(TARVOKIN_DATA_DIR) / "MODELES" / "DEMO.MDL").string();
+    LoadProject(wb);
+}
+
+void BM_BuildAircraftDemo(benchmark::State& state) {
+    Workbench wb(TARVOKIN_DATA_DIR);
+    loadDemo(wb);
+    for (auto _ : state) {
+        BuildAircraft(wb);
+        benchmark::DoNotOptimize(wb.view3d.engine.MeshCount);
+    }
+}
+BENCHMARK(BM_BuildAircraftDemo)->Unit(benchmark::kMicrosecond);
+
+void BM_DrawCentringPlanDemo(benchmark::State& state) {
+    Workbench wb(TARVOKIN_DATA_DIR);
+    loadDemo(wb);
+    for (auto _ : state) {
+        Plan p = DrawCentringPlan(wb);
+        benchmark::DoNotOptimize(p.labels.size());
+    }
+}
+BENCHMARK(BM_DrawCentringPlanDemo)->Unit(benchmark::kMicrosecond);
+
+}  // namespace
+
+BENCHMARK_MAIN();

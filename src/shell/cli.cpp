@@ -18,6 +18,8 @@
 #include "shell/progress.h"
 #include "shell/session.h"
 #include "shell/workbench.h"
+#include "views/plan.h"
+#include "views/plan_export.h"
 
 namespace tarvokin {
 
@@ -29,7 +31,9 @@ const char* kUsage =
     "usage: tarvokin-cli fields PROJECT.MDL [--home DIR] [--open N]... [--set FORM.FIELD=VALUE]...\n"
     "       tarvokin-cli polar FILE.POL [--re-index I]\n"
     "       tarvokin-cli cx PROJECT.MDL [--home DIR] --at SLOT,RE,CZ [--at SLOT,RE,CZ]...\n"
-    "       tarvokin-cli compute-polar OUTLINE.DAT NAME RE [--out FILE.POL] [--home DIR]\n";
+    "       tarvokin-cli compute-polar OUTLINE.DAT NAME RE [--out FILE.POL] [--home DIR]\n"
+    "       tarvokin-cli plan PROJECT.MDL [--home DIR] [--view centrage|profil|dessus|face]\n"
+    "                    [--set FORM.FIELD=VALUE]... [--svg FILE.SVG] [--dxf FILE.DXF]\n";
 
 // Solver runs report on stderr, so that stdout stays the command's answer.
 class StreamProgress : public Progress {
@@ -183,6 +187,77 @@ int fieldsCommand(const std::vector<std::string>& args, const std::string& execu
         runGuarded(wb, [&, c = c, value = value] { enterField(wb, c, value); });
     }
     printFields(wb, out);
+    return status;
+}
+
+// A plan of the project written at true scale; its texts on stdout, one
+// label a line ("kind=text", the lines of a label joined by " / ").
+int planCommand(const std::vector<std::string>& args, const std::string& executable, std::ostream& out,
+                std::ostream& err) {
+    std::vector<std::string> rest{args[0]};
+    std::string view = "centrage";
+    std::vector<fs::path> svg, dxf;
+    for (size_t i = 1; i < args.size(); ++i) {
+        const bool valued = i + 1 < args.size();
+        if (args[i] == "--view" && valued) {
+            view = args[++i];
+        } else if (args[i] == "--svg" && valued) {
+            svg.emplace_back(args[++i]);
+        } else if (args[i] == "--dxf" && valued) {
+            dxf.emplace_back(args[++i]);
+        } else {
+            rest.push_back(args[i]);
+        }
+    }
+    FieldsArgs fa;
+    std::string error;
+    if (!parseFieldsArgs(rest, fa, error)) {
+        err << "tarvokin-cli: " << error << "\n" << kUsage;
+        return 2;
+    }
+    const std::array<std::pair<const char*, PlanView>, 3> views = {
+        {{"profil", PlanView::Profil}, {"dessus", PlanView::Dessus}, {"face", PlanView::Face}}};
+    const auto chosen = std::find_if(views.begin(), views.end(), [&](const auto& v) { return view == v.first; });
+    if (view != "centrage" && chosen == views.end()) {
+        err << "tarvokin-cli: vue inconnue : " << view << "\n" << kUsage;
+        return 2;
+    }
+    fs::path home;
+    if (!homeFor(fa.home, executable, home, err)) return 1;
+    Workbench wb(home);
+    int status = 0;
+    wb.showMessage = [&err, &status](const std::string& text) {
+        err << text << "\n";
+        status = 1;
+    };
+    if (int st = loadForCommand(wb, fa.project, err)) return st;
+    for (const auto& [path, value] : fa.sets) {
+        Cell c{};
+        if (!findCell(path, c)) {
+            err << "tarvokin-cli: champ inconnu : " << path << "\n";
+            return 2;
+        }
+        runGuarded(wb, [&, c = c, value = value] { enterField(wb, c, value); });
+    }
+    const Plan plan = chosen == views.end() ? DrawCentringPlan(wb) : *DrawViews(wb, chosen->second);
+    for (const fs::path& f : svg) {
+        if (!SavePlanSvg(plan, f)) {
+            err << "tarvokin-cli: impossible d'écrire " << f.string() << "\n";
+            status = 1;
+        }
+    }
+    for (const fs::path& f : dxf) {
+        if (!SavePlanDxf(plan, f)) {
+            err << "tarvokin-cli: impossible d'écrire " << f.string() << "\n";
+            status = 1;
+        }
+    }
+    for (const PlanLabel& l : plan.labels) {
+        out << l.kind << "=";
+        const std::vector<PlanTextLine> lines = LayoutLabel(l);
+        for (size_t i = 0; i < lines.size(); ++i) out << (i ? " / " : "") << lines[i].text;
+        out << "\n";
+    }
     return status;
 }
 
@@ -342,6 +417,7 @@ int runCli(const std::vector<std::string>& args, const std::string& executable, 
     if (args[0] == "polar") return polarCommand(args, out, err);
     if (args[0] == "cx") return cxCommand(args, executable, out, err);
     if (args[0] == "compute-polar") return computePolarCommand(args, executable, out, err);
+    if (args[0] == "plan") return planCommand(args, executable, out, err);
     err << "tarvokin-cli: commande inconnue : " << args[0] << "\n" << kUsage;
     return 2;
 }

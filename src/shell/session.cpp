@@ -8,6 +8,7 @@
 #include "project/text_case.h"
 #include "shell/messages.h"
 #include "shell/workbench.h"
+#include "views/aircraft_mesh.h"
 
 namespace tarvokin {
 
@@ -66,6 +67,10 @@ StartupResult StartUp(Workbench& wb) {
             loadWingOutline(wb, OutlineWindow::F_Main);
         }
     }
+    if (!result.stop) {
+        LoadViewColours(wb);
+        BuildAircraft(wb);
+    }
     return result;
 }
 
@@ -97,6 +102,8 @@ void OpenProject(Workbench& wb, const std::string& path) {
     if (path.empty()) return;
     wb.projectFilePath = path;
     LoadProject(wb);
+    LoadViewColours(wb);
+    BuildAircraftKeepView(wb);
     UpdateRecent(wb, wb.projectFilePath);
 }
 
@@ -153,6 +160,8 @@ void RecentClicked(Workbench& wb, int index) {
     if (entry.empty() || !fs::exists(entry, ec)) return;
     wb.projectFilePath = entry;
     LoadProject(wb);
+    LoadViewColours(wb);
+    BuildAircraftKeepView(wb);
 }
 
 void TogglePanel(Workbench& wb, int button) {

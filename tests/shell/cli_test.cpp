@@ -161,3 +161,27 @@ TEST(CliComputePolar, OneXfoilRunWithTheInstallationSettings) {
     EXPECT_EQ(missing.status, 1);
     EXPECT_FALSE(missing.err.empty());
 }
+
+TEST(CliPlan, WritesTheChosenPlanAtTrueScaleAndPrintsItsTexts) {
+    Home h;
+    const std::string svg = h.home() + "/centrage.svg", dxf = h.home() + "/dessus.dxf";
+    CliRun r = cli({"plan", h.demo(), "--home", h.home(), "--svg", svg});
+    ASSERT_EQ(r.status, 0) << r.err;
+    EXPECT_NE(r.fields["b30"].find(" % cam) / Cz aile = "), std::string::npos) << r.fields["b30"];
+    EXPECT_EQ(test::readBytes(svg).rfind("<?xml", 0), 0u);
+
+    // Without a fuselage the plan view has no frame spacings.
+    r = cli({"plan", h.demo(), "--home", h.home(), "--view", "dessus", "--dxf", dxf});
+    ASSERT_EQ(r.status, 0) << r.err;
+    EXPECT_NE(r.out.find(" m/m"), std::string::npos);
+    r = cli({"plan", h.demo(), "--home", h.home(), "--view", "dessus", "--set", "F_GEO_FUS.b24=0", "--dxf", dxf});
+    ASSERT_EQ(r.status, 0) << r.err;
+    EXPECT_EQ(r.out.find(" m/m"), std::string::npos);
+    EXPECT_NE(test::readBytes(dxf).find("ENTITIES"), std::string::npos);
+
+    r = cli({"plan", h.demo(), "--view", "arriere"});
+    EXPECT_EQ(r.status, 2);
+    EXPECT_NE(r.err.find("vue inconnue"), std::string::npos);
+    r = cli({"plan", h.demo(), "--home", h.home(), "--svg", h.home() + "/no/such/folder/p.svg"});
+    EXPECT_EQ(r.status, 1);
+}

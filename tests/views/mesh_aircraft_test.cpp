@@ -270,6 +270,12 @@ TEST(AircraftView, OrbitColoursAndPartSwitches) {
     ApplyPartVisibility(d.wb);
     EXPECT_FALSE(d.e.Meshes[v.parts.MeshStabRight[0]].Visible);
 
+    // Opening a project rebuilds the scene and keeps the view turned as it was.
+    v.ViewAzimuth = 0.7f;
+    OpenProject(d.wb, d.wb.projectFilePath);
+    EXPECT_EQ(v.ViewAzimuth, 0.7f);
+    EXPECT_EQ(d.e.MeshCount, meshes);
+
     // "Vue Filaire" pressed draws wire frames at the next rebuild.
     d.s.set(F_3D::pb1[1], "1");
     BuildAircraft(d.wb);

@@ -315,7 +315,10 @@ Plan DrawCentringPlan(const Workbench& wb) {
     // Mean chords at their heights and incidences: the leading edge lies a
     // quarter chord ahead of the neutral point.
     double wingFoyer = 0, mac = 0;
-    const bool wing = WingArea(s) > 0 && fieldNumber(s, F_GEO_SF::j9, wingFoyer) && fieldNumber(s, F_3D::j5, mac);
+    // Drawn from the figures in the fields, when the wing and the
+    // stabiliser have panels to show; a field that holds no figure leaves
+    // its part out.
+    const bool wing = !a.wing.empty() && fieldNumber(s, F_GEO_SF::j9, wingFoyer) && fieldNumber(s, F_3D::j5, mac);
     const double wingY = -fieldOr(s, F_GEO_FUS::Text5, 0);
     if (wing) {
         PlanShape sh;
@@ -327,7 +330,7 @@ Plan DrawCentringPlan(const Workbench& wb) {
         plan.shapes.push_back(std::move(sh));
     }
     double stabFoyer = 0, stabMac = 0;
-    const bool stab = !s.on(F_GEO_SF_REGLAGES::Ch_Aile) && StabArea(s) > 0 &&
+    const bool stab = !s.on(F_GEO_SF_REGLAGES::Ch_Aile) && !a.stab.empty() &&
                       fieldNumber(s, F_GEO_STAB::J20, stabFoyer) && fieldNumber(s, F_GEO_STAB::j16, stabMac);
     const double stabY = fieldOr(s, F_GEO_STAB::Text4, 0);
     if (stab) {
@@ -470,7 +473,7 @@ Plan DrawPlanView(const Workbench& wb) {
     const double th = textHeightFor(extentOf(a, plan));
     // The wing's mean chord, at its station on the left half.
     double wingFoyer = 0, mac = 0;
-    if (!a.wing.empty() && WingArea(s) > 0 && fieldNumber(s, F_GEO_SF::j9, wingFoyer) &&
+    if (!a.wing.empty() && fieldNumber(s, F_GEO_SF::j9, wingFoyer) &&
         fieldNumber(s, F_3D::j5, mac)) {
         double station = 0;
         try {

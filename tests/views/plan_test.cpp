@@ -105,6 +105,12 @@ TEST(CentringPlan, NoStabilizerDrawsNeitherItsChordNorItsNeutralPoint) {
     for (const PlanSegment& g : p.segments) EXPECT_NE(g.kind, "Foyer Stab");
     // Neither in the views.
     for (PlanView v : {PlanView::Profil, PlanView::Dessus, PlanView::Face}) EXPECT_EQ(shape(*DrawViews(d.wb, v), "Stab"), nullptr);
+    // A field left unreadable draws the rest, as the fields allow.
+    d.s.set(F_GEO_SF::b5, "-");
+    d.s.set(F_GEO_STAB::b16, "-");
+    EXPECT_NO_THROW(p = DrawCentringPlan(d.wb));
+    EXPECT_NO_THROW(p = DrawPlanView(d.wb));
+    EXPECT_NE(shape(p, "Aile"), nullptr);  // panel 2 still stands
 }
 
 TEST(PlanView, MeanChordConstructionAndFrameSpacings) {

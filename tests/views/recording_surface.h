@@ -15,60 +15,40 @@ struct Pen {
     PackedColour fore = 0xDEAD, fill = 0xDEAD;
 };
 
+// One drawing call with the pen in force at that moment.
+struct Call {
+    std::vector<SurfacePoint> points;
+    Pen pen;
+    std::string text = "";
+    PackedColour colour = 0;  // of a pixel or a text
+};
+
 class RecordingSurface : public DrawSurface {
 public:
-    struct PolygonCall {
-        std::vector<SurfacePoint> points;
-        Pen pen;
-    };
-    struct LineCall {
-        SurfacePoint from, to;
-        Pen pen;
-    };
-    struct TextCall {
-        SurfacePoint at;
-        std::string text;
-        PackedColour colour;
-    };
-    struct PixelCall {
-        SurfacePoint at;
-        PackedColour colour;
-        int drawMode;
-    };
-
-    RecordingSurface(int w = 1000, int h = 700) : w_(w), h_(h) {}
+    explicit RecordingSurface(int w = 1000, int h = 700) : w_(w), h_(h) {}
     int width() const override { return w_; }
     int height() const override { return h_; }
-    void setAutoRedraw(bool keep) override { autoRedraw = keep; }
-    void setPixelScale() override { pixelScale = true; }
     void setDrawMode(int mode) override { pen.drawMode = mode; }
     void setDrawStyle(int style) override { pen.drawStyle = style; }
     void setFillStyle(int style) override { pen.fillStyle = style; }
     void setForeColor(PackedColour c) override { pen.fore = c; }
     void setFillColor(PackedColour c) override { pen.fill = c; }
-    void clear(PackedColour) override { clears++; }
-    void setPixel(int x, int y, PackedColour c) override { pixels.push_back({{x, y}, c, pen.drawMode}); }
-    void textOut(int x, int y, const std::string& t) override { texts.push_back({{x, y}, t, pen.fore}); }
+    void clear(PackedColour) override {}
+    void setPixel(int x, int y, PackedColour c) override { pixels.push_back({{{x, y}}, pen, "", c}); }
+    void textOut(int x, int y, const std::string& t) override { texts.push_back({{{x, y}}, pen, t, pen.fore}); }
     void moveTo(int x, int y) override { current = {x, y}; }
     void lineTo(int x, int y) override {
-        lines.push_back({current, {x, y}, pen});
+        lines.push_back({{current, {x, y}}, pen});
         current = {x, y};
     }
     void polygon(std::span<const SurfacePoint> p) override { polygons.push_back({{p.begin(), p.end()}, pen}); }
-    void polyBezier(const std::array<SurfacePoint, 4>& p) override { beziers.push_back({p, pen}); }
+    void polyBezier(const std::array<SurfacePoint, 4>& p) override { beziers.push_back({{p.begin(), p.end()}, pen}); }
     void gradientTriangle(const std::array<GradientVertex, 3>& c) override { gradients.push_back(c); }
-
     void forget() { *this = RecordingSurface(w_, h_); }
 
     Pen pen;
     SurfacePoint current;
-    bool autoRedraw = false, pixelScale = false;
-    int clears = 0;
-    std::vector<PolygonCall> polygons;
-    std::vector<LineCall> lines;
-    std::vector<TextCall> texts;
-    std::vector<PixelCall> pixels;
-    std::vector<std::pair<std::array<SurfacePoint, 4>, Pen>> beziers;
+    std::vector<Call> polygons, lines, texts, pixels, beziers;
     std::vector<std::array<GradientVertex, 3>> gradients;
 
 private:

@@ -32,17 +32,24 @@ public:
     // Computes a missing polar of a slot with XFOIL, showing progress with Cancel.
     bool computePolar(int slot, int reynolds);
 
+    // A window that a toolbar button opens and closes; closing it by its own
+    // frame is the same as pressing the button again.
+    void addPanelWindow(int button, QWidget* window);
+    QWidget* panelWindow(int button) const;
+
     void openProject();
     void saveProjectAs();
 
 protected:
     void closeEvent(QCloseEvent* e) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void buildMenus();
     void buildToolbar();
     void buildCentre();
     void buildAirfoilDock();
+    void buildPanelWindows();
     void panelTagsChanged();
     void openPreferences();
     void openInEditor(const QString& relativePath, const QString& missingMessage = {});
@@ -51,6 +58,7 @@ private:
     SheetBridge& bridge_;
     std::map<int, QAction*> buttons_;
     std::map<int, QWidget*> designPanels_;
+    std::map<int, QWidget*> panelWindows_;
     QStackedWidget* designStack_ = nullptr;
     QScrollArea* designPlace_ = nullptr;
     QScrollArea* settingsPlace_ = nullptr;

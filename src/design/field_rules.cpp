@@ -83,7 +83,11 @@ bool recalcOnEnter(Cell c) {
     }
     using namespace F_GEO_STAB;
     for (Cell other : {F_GEO_SF::a12, b20, Text4, Text12, Text11, Text10, Text9, Text13, Text14, Text2,
-                       F_GEO_FUS::b24, F_GEO_FUS::b25, F_GEO_FUS::D24, F_GEO_FUS::D25, F_GEO_FUS::Text5}) {
+                       F_GEO_FUS::b24, F_GEO_FUS::b25, F_GEO_FUS::D24, F_GEO_FUS::D25, F_GEO_FUS::Text5,
+                       // control surfaces of the design window: they move the hinge lines of the drawing
+                       F_GEO_SF::T_Ail_PosL, F_GEO_SF::T_Ail_PosR, F_GEO_SF::T_Ail_Pourc, F_GEO_SF::T_Ail_PourcD,
+                       F_GEO_SF::T_Flap_PosL, F_GEO_SF::T_Flap_PosR, F_GEO_SF::T_Flap_Pourc, F_GEO_SF::T_Flap_PourcD,
+                       T_Prof_PosL, T_Prof_PosR, T_Prof_Pourc, T_Prof_PourcD}) {
         if (c == other) return true;
     }
     return false;

@@ -37,6 +37,7 @@
 #include "shell/ui/toolbar_icons.h"
 #include "shell/workbench.h"
 #include "views/ui/design_summary.h"
+#include "views/ui/design_window.h"
 
 namespace tarvokin::ui {
 
@@ -82,7 +83,7 @@ const ButtonDef kButtons[] = {
 bool isSeparatorPosition(int p) { return p == 5 || p == 16 || p == 22 || p == 28 || p == 31; }
 
 bool isToggle(int p) {
-    return p == button::Wing || p == button::Fuselage || p == button::Stab || p == button::Reglages ||
+    return p == button::View3D || p == button::Wing || p == button::Fuselage || p == button::Stab || p == button::Reglages ||
            p == button::Profils;
 }
 
@@ -185,10 +186,12 @@ void MainWindow::buildCentre() {
     designPlace_->setMinimumWidth(560);
     row->addWidget(designPlace_, 3);
 
+    design_ = new DesignWindow(wb_, bridge_, [this](int b) { TogglePanel(wb_, b); });
     auto* summary = new QScrollArea;
     summary->setWidget(new DesignSummary(bridge_));
     summary->setWidgetResizable(true);
-    row->addWidget(summary, 2);
+    design_->setViewArea(summary);
+    row->addWidget(design_, 5);
 
     settingsPlace_ = new QScrollArea;
     auto* settings = new SettingsPanel(bridge_);
@@ -354,7 +357,8 @@ void MainWindow::buildMenus() {
         ++viewIndex;
     }
     view->addSeparator()->setObjectName("ssep");
-    entry(view, "IM_View_Modele", QStringLiteral("&Vue 3D"))->setProperty("button", button::View3D);
+    connect(entry(view, "IM_View_Modele", QStringLiteral("&Vue 3D"), true), &QAction::triggered, this,
+            [this] { TogglePanel(wb_, button::View3D); });
     QAction* fus = entry(view, "IM_FUS", QStringLiteral("&Géométrie du Fuselage"), true);
     connect(fus, &QAction::triggered, this, [this] { TogglePanel(wb_, button::Fuselage); });
     view->addSeparator()->setObjectName("szep");
@@ -399,6 +403,14 @@ void MainWindow::panelTagsChanged() {
     }
     if (shown != 0) designStack_->setCurrentWidget(designPanels_[shown]);
     designPlace_->setVisible(shown != 0);
+    design_->setVisible(wb_.isOpen(button::View3D));
+    if (wb_.isOpen(button::CalcMot) || wb_.isOpen(button::Motorisation)) {
+        // The motor windows work with the motor tab of the design window.
+        const bool motorJustOpened = (wb_.isOpen(button::CalcMot) && !motorTabShown_[0]) ||
+                                     (wb_.isOpen(button::Motorisation) && !motorTabShown_[1]);
+        if (motorJustOpened) design_->showMotorTab();
+    }
+    motorTabShown_ = {wb_.isOpen(button::CalcMot), wb_.isOpen(button::Motorisation)};
     settingsPlace_->setVisible(wb_.isOpen(button::Reglages));
     const bool profils = wb_.isOpen(button::Profils);
     if (profils != airfoilDock_->isVisible()) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <array>
 #include <map>
 
 class QAction;
@@ -18,6 +19,7 @@ namespace tarvokin::ui {
 
 class SheetBridge;
 class AirfoilWindow;
+class DesignWindow;
 
 class MainWindow : public QMainWindow {
     Q_OBJECT
@@ -28,6 +30,7 @@ public:
     QAction* toolbarButton(int position) const;
     QWidget* designPanel(int button) const;
     AirfoilWindow* airfoilWindow() const { return airfoils_; }
+    DesignWindow* designWindow() const { return design_; }
 
     // Computes a missing polar of a slot with XFOIL, showing progress with Cancel.
     bool computePolar(int slot, int reynolds);
@@ -63,6 +66,8 @@ private:
     QScrollArea* designPlace_ = nullptr;
     QScrollArea* settingsPlace_ = nullptr;
     AirfoilWindow* airfoils_ = nullptr;
+    DesignWindow* design_ = nullptr;
+    std::array<bool, 2> motorTabShown_{};
     QDockWidget* airfoilDock_ = nullptr;
     bool syncingDocks_ = false;
     bool quitting_ = false;

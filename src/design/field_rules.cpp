@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "design/grid_cells.h"
+#include "design/performance.h"
 #include "design/recalc.h"
 #include "project/text_case.h"
 #include "shell/workbench.h"
@@ -59,6 +60,10 @@ const std::vector<EntryCheck>& entryChecks() {
         // Fuselage: lengths, and the height of the wing on it (signed).
         mark(t, {F_GEO_FUS::b24, F_GEO_FUS::b25, F_GEO_FUS::D24, F_GEO_FUS::D25}, plain);
         mark(t, {F_GEO_FUS::Text5}, sign);
+        // Performance windows: altitude and speed are positive, the temperature signed.
+        mark(t, {F_GEO_3::Text2, F_GEO_5::Text2}, plain);
+        mark(t, {F_GEO_3::Text3}, sign);
+        mark(t, {F_GEO_3::Text12}, EntryCheck::Integer);
         return t;
     }();
     return table;
@@ -117,6 +122,7 @@ EntryCheck entryCheckOf(Cell c) { return entryChecks()[c.id]; }
 
 void onFieldChange(Workbench& wb, Cell c) {
     Sheet& s = wb.sheet;
+    if (performanceFieldChange(wb, c)) return;
     if (blankMeansZero(c)) {
         if (trim(s.text(c)).empty()) s.set(c, "0");
         return;
@@ -151,6 +157,7 @@ void onFieldChange(Workbench& wb, Cell c) {
 }
 
 void onFieldEnter(Workbench& wb, Cell c) {
+    if (performanceFieldEnter(wb, c)) return;
     if (recalcOnEnter(c)) RecalcAll(wb);
 }
 

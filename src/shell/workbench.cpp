@@ -2,9 +2,15 @@
 
 #include <utility>
 
+#include "design/performance.h"
+
 namespace tarvokin {
 
-Workbench::Workbench(std::filesystem::path home) : home_(std::move(home)) {}
+Workbench::Workbench(std::filesystem::path home) : home_(std::move(home)) {
+    // The analysis panels whose refresh is plain calculation register here;
+    // a window may wrap its entry to redraw after it.
+    registerPerformancePanels(*this);
+}
 
 bool Workbench::isOpen(int buttonPosition) const {
     if (!F_Main::Toolbar2.holds(buttonPosition)) return false;

@@ -161,3 +161,50 @@ TEST(CliComputePolar, OneXfoilRunWithTheInstallationSettings) {
     EXPECT_EQ(missing.status, 1);
     EXPECT_FALSE(missing.err.empty());
 }
+
+namespace {
+
+// The rows of the perf command's CSV after its header line, as numbers.
+std::vector<std::vector<double>> perfRows(const std::string& out, std::string& header) {
+    std::istringstream in(out);
+    std::getline(in, header);
+    std::vector<std::vector<double>> rows;
+    for (std::string line; std::getline(in, line);) {
+        std::vector<double> row;
+        std::istringstream cells(line);
+        for (std::string c; std::getline(cells, c, ',');) row.push_back(std::stod(c));
+        rows.push_back(row);
+    }
+    return rows;
+}
+
+}  // namespace
+
+TEST(CliPerf, PrintsTheSixFoldedTablesAsCsv) {
+    Home h;
+    CliRun r = cli({"perf", h.demo(), "--home", h.home()});
+    ASSERT_EQ(r.status, 0) << r.err;
+    std::string header;
+    const auto rows = perfRows(r.out, header);
+    EXPECT_EQ(header,
+              "slot,index,CzProfil,CzAvion,ReAile,CxProfil,CxInduit,ReFuselage,CxFuselage,ReStab,CxStab,CzStab,"
+              "CxInduitStab,CxTotal,V,VKmh,Vz,Finesse,PuissanceAero");
+    ASSERT_EQ(rows.size(), 6u * 26u);
+    EXPECT_EQ(rows[27][0] + rows[27][1], 2);  // slot 1, point 1
+    for (const auto& row : rows) {
+        ASSERT_EQ(row.size(), 19u);
+        EXPECT_LT(row[16], 0);  // the model sinks at every point
+        EXPECT_GT(row[10], 0);  // the tail's drag counts while the panel is closed
+    }
+
+    // Open, the panel's switches count: without "Stab" there is no tail drag;
+    // the same entry changes nothing while the panel is closed.
+    CliRun noStab = cli({"perf", h.demo(), "--home", h.home(), "--open", "17", "--set", "F_GEO_3.Check1=0"});
+    ASSERT_EQ(noStab.status, 0) << noStab.err;
+    for (const auto& row : perfRows(noStab.out, header)) EXPECT_EQ(row[10] + row[12], 0);
+    EXPECT_EQ(cli({"perf", h.demo(), "--home", h.home(), "--set", "F_GEO_3.Check1=0"}).out, r.out);
+
+    CliRun fields = cli({"fields", h.demo(), "--home", h.home(), "--open", "17"});
+    EXPECT_EQ(fields.fields["F_GEO_3.Text1"], "1.16");
+    EXPECT_NE(fields.fields["F_GEO_SF_REGLAGES.C32"], "0");
+}

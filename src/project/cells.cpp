@@ -51,6 +51,8 @@ std::vector<CellDef> buildTable() {
     static const char* ribDefaults[5] = {"1305", "4", "4", "0", "0"};
     for (int i = 0; i < 40; ++i) t[F_GEO_FUS::Ribs[i].id].defaultText = ribDefaults[i % 5];
     for (int i = 0; i < 3; ++i) t[F_PROFILS::L_PROFIL[i].id].defaultText = "Profil " + std::to_string(i + 1);
+    // The aspect-ratio panel opens on its first calculation variant.
+    t[F_ALLONGEMENT::Option1[0].id].defaultText = "1";
     return t;
 }
 

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "design/aspect_ratio.h"
 #include "design/grid_cells.h"
 #include "design/recalc.h"
 #include "project/text_case.h"
@@ -59,6 +60,9 @@ const std::vector<EntryCheck>& entryChecks() {
         // Fuselage: lengths, and the height of the wing on it (signed).
         mark(t, {F_GEO_FUS::b24, F_GEO_FUS::b25, F_GEO_FUS::D24, F_GEO_FUS::D25}, plain);
         mark(t, {F_GEO_FUS::Text5}, sign);
+        // Aspect-ratio panel: area, masses, aspect ratio, turn and chart limits.
+        for (uint16_t id = 0; id < kCellCount; ++id)
+            if (allongement::IsTypedField(Cell{id})) t[id] = plain;
         return t;
     }();
     return table;
@@ -113,6 +117,10 @@ EntryCheck entryCheckOf(Cell c) { return entryChecks()[c.id]; }
 
 void onFieldChange(Workbench& wb, Cell c) {
     Sheet& s = wb.sheet;
+    if (cellTable()[c.id].form == Form::F_ALLONGEMENT) {
+        allongement::CellChanged(wb, c);
+        return;
+    }
     if (blankMeansZero(c)) {
         if (trim(s.text(c)).empty()) s.set(c, "0");
         return;

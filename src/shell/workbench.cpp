@@ -4,7 +4,9 @@
 
 namespace tarvokin {
 
-Workbench::Workbench(std::filesystem::path home) : home_(std::move(home)) {}
+Workbench::Workbench(std::filesystem::path home) : home_(std::move(home)) {
+    panelRefresh[button::Allongement] = MajAllongement;
+}
 
 bool Workbench::isOpen(int buttonPosition) const {
     if (!F_Main::Toolbar2.holds(buttonPosition)) return false;

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "design/aspect_ratio.h"
 #include "design/grid_cells.h"
 #include "design/performance.h"
 #include "design/recalc.h"
@@ -64,6 +65,9 @@ const std::vector<EntryCheck>& entryChecks() {
         mark(t, {F_GEO_3::Text2, F_GEO_5::Text2}, plain);
         mark(t, {F_GEO_3::Text3}, sign);
         mark(t, {F_GEO_3::Text12}, EntryCheck::Integer);
+        // Aspect-ratio panel: area, masses, aspect ratio, turn and chart limits.
+        for (uint16_t id = 0; id < kCellCount; ++id)
+            if (allongement::IsTypedField(Cell{id})) t[id] = plain;
         return t;
     }();
     return table;
@@ -123,6 +127,10 @@ EntryCheck entryCheckOf(Cell c) { return entryChecks()[c.id]; }
 void onFieldChange(Workbench& wb, Cell c) {
     Sheet& s = wb.sheet;
     if (performanceFieldChange(wb, c)) return;
+    if (cellTable()[c.id].form == Form::F_ALLONGEMENT) {
+        allongement::CellChanged(wb, c);
+        return;
+    }
     if (blankMeansZero(c)) {
         if (trim(s.text(c)).empty()) s.set(c, "0");
         return;

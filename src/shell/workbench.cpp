@@ -10,6 +10,7 @@ Workbench::Workbench(std::filesystem::path home) : home_(std::move(home)) {
     // The analysis panels whose refresh is plain calculation register here;
     // a window may wrap its entry to redraw after it.
     registerPerformancePanels(*this);
+    panelRefresh[button::Allongement] = MajAllongement;
 }
 
 bool Workbench::isOpen(int buttonPosition) const {

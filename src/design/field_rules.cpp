@@ -4,6 +4,7 @@
 
 #include "design/grid_cells.h"
 #include "design/recalc.h"
+#include "design/tail_tools.h"
 #include "project/text_case.h"
 #include "shell/workbench.h"
 
@@ -59,6 +60,11 @@ const std::vector<EntryCheck>& entryChecks() {
         // Fuselage: lengths, and the height of the wing on it (signed).
         mark(t, {F_GEO_FUS::b24, F_GEO_FUS::b25, F_GEO_FUS::D24, F_GEO_FUS::D25}, plain);
         mark(t, {F_GEO_FUS::Text5}, sign);
+        mark(t, {F_STAB::D11, F_STAB::D12, F_STAB::D22}, plain);
+        {
+            using namespace F_STAB_VE;
+            mark(t, {Corde1V, Corde2V, LongueurV, Corde1N, Corde2N, LongueurN, OuvertureV}, plain);
+        }
         return t;
     }();
     return table;
@@ -112,6 +118,8 @@ void keepSpeed(Sheet& s, Cell c) {
 EntryCheck entryCheckOf(Cell c) { return entryChecks()[c.id]; }
 
 void onFieldChange(Workbench& wb, Cell c) {
+    // The tail calculators compute on their own.
+    if (TailToolFieldChange(wb, c)) return;
     Sheet& s = wb.sheet;
     if (blankMeansZero(c)) {
         if (trim(s.text(c)).empty()) s.set(c, "0");

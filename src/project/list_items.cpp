@@ -23,6 +23,8 @@ const std::vector<FixedList>& fixedLists() {
         {F_CALC_MOT::G3,
          {"Avion léger", "Planeur début", "Planeur rapide", "Racer", "Remorqueur", "Traineur",
           "Voltige f3a", "Voltige loisir", "Maquette"}},
+        // Opening of the V tail between its two half panels, degrees.
+        {F_STAB::Angle_V, {"180", "120", "115", "110", "105", "100", "95", "90"}},
     };
     return lists;
 }

@@ -5,6 +5,7 @@
 #include "design/grid_cells.h"
 #include "design/recalc.h"
 #include "design/tail_tools.h"
+#include "power/power_fields.h"
 #include "project/text_case.h"
 #include "shell/workbench.h"
 
@@ -60,6 +61,11 @@ const std::vector<EntryCheck>& entryChecks() {
         // Fuselage: lengths, and the height of the wing on it (signed).
         mark(t, {F_GEO_FUS::b24, F_GEO_FUS::b25, F_GEO_FUS::D24, F_GEO_FUS::D25}, plain);
         mark(t, {F_GEO_FUS::Text5}, sign);
+        {
+            using namespace F_SERVOS;
+            mark(t, {b5, B10, b12, b9, b7, b8, d10, d12, d9, d7, d8, f10, f12, f9, f7, f8, h10, h12, h9, h7, h8, k10},
+                 plain);
+        }
         mark(t, {F_STAB::D11, F_STAB::D12, F_STAB::D22}, plain);
         {
             using namespace F_STAB_VE;
@@ -118,8 +124,8 @@ void keepSpeed(Sheet& s, Cell c) {
 EntryCheck entryCheckOf(Cell c) { return entryChecks()[c.id]; }
 
 void onFieldChange(Workbench& wb, Cell c) {
-    // The tail calculators compute on their own.
-    if (TailToolFieldChange(wb, c)) return;
+    // The power windows and the tail calculators compute on their own.
+    if (PowerFieldChange(wb, c) || TailToolFieldChange(wb, c)) return;
     Sheet& s = wb.sheet;
     if (blankMeansZero(c)) {
         if (trim(s.text(c)).empty()) s.set(c, "0");

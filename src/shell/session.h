@@ -44,6 +44,10 @@ void RecentClicked(Workbench& wb, int index);
 
 // Toolbar toggles by button position: the three design panels exclude each other.
 void TogglePanel(Workbench& wb, int button);
+
+// What a panel does as it opens: the motor calculation (19), motorisation
+// (20) and servo (21) windows compute their figures through their refresh.
+void PanelOpened(Workbench& wb, int button);
 void CloseAllPanels(Workbench& wb);
 
 // Language menu: code "0".."3".

@@ -2,9 +2,11 @@
 
 #include <utility>
 
+#include "power/power_fields.h"
+
 namespace tarvokin {
 
-Workbench::Workbench(std::filesystem::path home) : home_(std::move(home)) {}
+Workbench::Workbench(std::filesystem::path home) : home_(std::move(home)) { registerPowerPanels(*this); }
 
 bool Workbench::isOpen(int buttonPosition) const {
     if (!F_Main::Toolbar2.holds(buttonPosition)) return false;

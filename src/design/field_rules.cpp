@@ -61,6 +61,14 @@ const std::vector<EntryCheck>& entryChecks() {
         // Fuselage: lengths, and the height of the wing on it (signed).
         mark(t, {F_GEO_FUS::b24, F_GEO_FUS::b25, F_GEO_FUS::D24, F_GEO_FUS::D25}, plain);
         mark(t, {F_GEO_FUS::Text5}, sign);
+        // Power train: counts are whole, the rest are positive figures.
+        {
+            using namespace F_CALC_MOT;
+            mark(t, {G6, G15, N29}, EntryCheck::Integer);
+            mark(t, {G4, L40a, G29, I10, Ra, Io, N51, L51, L33}, plain);
+        }
+        mark(t, {F_3D::b6, F_3D::d6, F_3D::d7, F_3D::f5, F_3D::f6}, plain);
+        mark(t, {F_MOTORISATIONS::T_Ra, F_MOTORISATIONS::T_Io, F_MOTORISATIONS::d8}, plain);
         {
             using namespace F_SERVOS;
             mark(t, {b5, B10, b12, b9, b7, b8, d10, d12, d9, d7, d8, f10, f12, f9, f7, f8, h10, h12, h9, h7, h8, k10},

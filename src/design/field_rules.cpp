@@ -6,6 +6,8 @@
 #include "design/grid_cells.h"
 #include "design/performance.h"
 #include "design/recalc.h"
+#include "design/tail_tools.h"
+#include "power/power_fields.h"
 #include "project/text_case.h"
 #include "shell/workbench.h"
 
@@ -68,6 +70,24 @@ const std::vector<EntryCheck>& entryChecks() {
         // Aspect-ratio panel: area, masses, aspect ratio, turn and chart limits.
         for (uint16_t id = 0; id < kCellCount; ++id)
             if (allongement::IsTypedField(Cell{id})) t[id] = plain;
+        // Power train: counts are whole, the rest are positive figures.
+        {
+            using namespace F_CALC_MOT;
+            mark(t, {G6, G15, N29}, EntryCheck::Integer);
+            mark(t, {G4, L40a, G29, I10, Ra, Io, N51, L51, L33}, plain);
+        }
+        mark(t, {F_3D::b6, F_3D::d6, F_3D::d7, F_3D::f5, F_3D::f6}, plain);
+        mark(t, {F_MOTORISATIONS::T_Ra, F_MOTORISATIONS::T_Io, F_MOTORISATIONS::d8}, plain);
+        {
+            using namespace F_SERVOS;
+            mark(t, {b5, B10, b12, b9, b7, b8, d10, d12, d9, d7, d8, f10, f12, f9, f7, f8, h10, h12, h9, h7, h8, k10},
+                 plain);
+        }
+        mark(t, {F_STAB::D11, F_STAB::D12, F_STAB::D22}, plain);
+        {
+            using namespace F_STAB_VE;
+            mark(t, {Corde1V, Corde2V, LongueurV, Corde1N, Corde2N, LongueurN, OuvertureV}, plain);
+        }
         return t;
     }();
     return table;
@@ -125,6 +145,8 @@ void keepSpeed(Sheet& s, Cell c) {
 EntryCheck entryCheckOf(Cell c) { return entryChecks()[c.id]; }
 
 void onFieldChange(Workbench& wb, Cell c) {
+    // The power windows and the tail calculators compute on their own.
+    if (PowerFieldChange(wb, c) || TailToolFieldChange(wb, c)) return;
     Sheet& s = wb.sheet;
     if (performanceFieldChange(wb, c)) return;
     if (cellTable()[c.id].form == Form::F_ALLONGEMENT) {

@@ -202,6 +202,12 @@ int fieldsCommand(const std::vector<std::string>& args, const std::string& execu
     for (int n : fa.open) wb.setOpen(n, true);
     if (int st = loadForCommand(wb, fa.project, err)) return st;
     fillSlots(wb, err);
+    // The load closes the motorisation window; the buttons asked for are open
+    // again and their windows compute as they do when opened.
+    for (int n : fa.open) {
+        wb.setOpen(n, true);
+        runGuarded(wb, [&wb, n] { PanelOpened(wb, n); });
+    }
     for (const auto& [path, value] : fa.sets) {
         Cell c{};
         if (!findCell(path, c)) {

@@ -3,6 +3,8 @@
 #include <utility>
 
 #include "design/performance.h"
+#include "power/motorisation.h"
+#include "power/power_fields.h"
 
 namespace tarvokin {
 
@@ -10,7 +12,13 @@ Workbench::Workbench(std::filesystem::path home) : home_(std::move(home)) {
     // The analysis panels whose refresh is plain calculation register here;
     // a window may wrap its entry to redraw after it.
     registerPerformancePanels(*this);
-    panelRefresh[button::Allongement] = MajAllongement;
+    // The aspect-ratio step is followed by the motor figures of the design
+    // window, which read the same masses and loadings.
+    panelRefresh[button::Allongement] = [](Workbench& wb) {
+        MajAllongement(wb);
+        MajMotorisation(wb);
+    };
+    registerPowerPanels(*this);
 }
 
 bool Workbench::isOpen(int buttonPosition) const {

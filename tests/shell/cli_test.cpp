@@ -208,3 +208,28 @@ TEST(CliPerf, PrintsTheSixFoldedTablesAsCsv) {
     EXPECT_EQ(fields.fields["F_GEO_3.Text1"], "1.16");
     EXPECT_NE(fields.fields["F_GEO_SF_REGLAGES.C32"], "0");
 }
+
+TEST(CliFields, PowerWindowsComputeWhenOpenedAndOnSet) {
+    Home h;
+    CliRun r = cli({"fields", h.demo(), "--home", h.home(), "--open", "21", "--open", "20", "--open", "19",
+                    "--set", "F_SERVOS.b9=300", "--set", "F_SERVOS.b7=40", "--set", "F_SERVOS.b8=60", "--set",
+                    "F_SERVOS.B10=20", "--set", "F_SERVOS.b12=45", "--set", "F_SERVOS.b5=120", "--set",
+                    "F_STAB.D11=8", "--set", "F_STAB.D12=8"});
+    ASSERT_EQ(r.status, 0) << r.err;
+    EXPECT_EQ(r.fields["F_Main.Toolbar2(20).Tag"], "1");
+    // 0.34592 Kg/cm at 100 km/h, times 1.44 at 120.
+    EXPECT_EQ(r.fields["F_SERVOS.b13"], "0.50");
+    EXPECT_EQ(r.fields["F_SERVOS.b11"], "14.56");
+    EXPECT_EQ(r.fields["F_STAB.D15"], "45.01");
+    EXPECT_EQ(r.fields["F_STAB.D16"], "89.98");
+    // The demo's 3 Lipo cells and 18 A: the motor tab and the proposal are filled.
+    EXPECT_EQ(r.fields["F_3D.b7"], "10.5");
+    EXPECT_EQ(r.fields["F_3D.B89"], "85 %");
+    EXPECT_EQ(r.fields["F_CALC_MOT.PM"], "125");
+    EXPECT_EQ(r.fields["F_MOTORISATIONS.CB_MOT.ListIndex"], "-1");
+    // Without the window open, only the field's own calculation runs.
+    CliRun quiet = cli({"fields", h.demo(), "--home", h.home(), "--set", "F_STAB.D11=8"});
+    EXPECT_EQ(quiet.fields["F_SERVOS.b13"], "-");
+    EXPECT_EQ(quiet.fields["F_CALC_MOT.PM"], "-");
+    EXPECT_EQ(quiet.fields["F_STAB.D15"], "0.00");
+}

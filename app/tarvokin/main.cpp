@@ -56,7 +56,9 @@ int main(int argc, char** argv) {
     if (!start.message.empty()) wb.showMessage(start.message);
     if (start.stop) return 1;
 
-    // The wing and its settings are what a modeller works on first.
+    // The design window is where the modeller lives; the wing and its settings
+    // are what a modeller works on first.
+    wb.setOpen(button::View3D, true);
     wb.setOpen(button::Wing, true);
     wb.setOpen(button::Reglages, true);
 

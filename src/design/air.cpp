@@ -8,16 +8,6 @@
 
 namespace tarvokin {
 
-namespace {
-
-// A cell of the performance panel, when that panel is open and its cells are
-// declared; the air then follows what the user set there.
-bool performanceCell(const Workbench& wb, const char* path, Cell& out) {
-    return wb.isOpen(button::Performances) && findCell(path, out);
-}
-
-}  // namespace
-
 double IntPart(double x) {
     const std::string t = fixed(x, 10);
     const size_t cut = t.find_first_of(".,");
@@ -34,20 +24,19 @@ int CountFilledPanels(const Sheet& s) {
 }
 
 double DragFactorRef(const Workbench& wb) {
-    Cell check;
-    if (performanceCell(wb, "F_GEO_3.Check3", check) && wb.sheet.on(check)) return 1;
+    if (wb.isOpen(button::Performances) && wb.sheet.on(F_GEO_3::Check3)) return 1;
     return 1.1;
 }
 
+// While the performance panel is open the air follows what the user set
+// there; a field being retyped reads as 0 until it is confirmed.
 double AirTemperature(const Workbench& wb) {
-    Cell c;
-    if (performanceCell(wb, "F_GEO_3.Text3", c)) return wb.sheet.num(c);
+    if (wb.isOpen(button::Performances)) return wb.sheet.val(F_GEO_3::Text3);
     return wb.settings.temperature;
 }
 
 double AirAltitude(const Workbench& wb) {
-    Cell c;
-    if (performanceCell(wb, "F_GEO_3.Text2", c)) return wb.sheet.num(c);
+    if (wb.isOpen(button::Performances)) return wb.sheet.val(F_GEO_3::Text2);
     return wb.settings.altitude;
 }
 

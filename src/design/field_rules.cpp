@@ -2,8 +2,12 @@
 
 #include <vector>
 
+#include "design/aspect_ratio.h"
 #include "design/grid_cells.h"
+#include "design/performance.h"
 #include "design/recalc.h"
+#include "design/tail_tools.h"
+#include "power/power_fields.h"
 #include "project/text_case.h"
 #include "shell/workbench.h"
 
@@ -59,6 +63,31 @@ const std::vector<EntryCheck>& entryChecks() {
         // Fuselage: lengths, and the height of the wing on it (signed).
         mark(t, {F_GEO_FUS::b24, F_GEO_FUS::b25, F_GEO_FUS::D24, F_GEO_FUS::D25}, plain);
         mark(t, {F_GEO_FUS::Text5}, sign);
+        // Performance windows: altitude and speed are positive, the temperature signed.
+        mark(t, {F_GEO_3::Text2, F_GEO_5::Text2}, plain);
+        mark(t, {F_GEO_3::Text3}, sign);
+        mark(t, {F_GEO_3::Text12}, EntryCheck::Integer);
+        // Aspect-ratio panel: area, masses, aspect ratio, turn and chart limits.
+        for (uint16_t id = 0; id < kCellCount; ++id)
+            if (allongement::IsTypedField(Cell{id})) t[id] = plain;
+        // Power train: counts are whole, the rest are positive figures.
+        {
+            using namespace F_CALC_MOT;
+            mark(t, {G6, G15, N29}, EntryCheck::Integer);
+            mark(t, {G4, L40a, G29, I10, Ra, Io, N51, L51, L33}, plain);
+        }
+        mark(t, {F_3D::b6, F_3D::d6, F_3D::d7, F_3D::f5, F_3D::f6}, plain);
+        mark(t, {F_MOTORISATIONS::T_Ra, F_MOTORISATIONS::T_Io, F_MOTORISATIONS::d8}, plain);
+        {
+            using namespace F_SERVOS;
+            mark(t, {b5, B10, b12, b9, b7, b8, d10, d12, d9, d7, d8, f10, f12, f9, f7, f8, h10, h12, h9, h7, h8, k10},
+                 plain);
+        }
+        mark(t, {F_STAB::D11, F_STAB::D12, F_STAB::D22}, plain);
+        {
+            using namespace F_STAB_VE;
+            mark(t, {Corde1V, Corde2V, LongueurV, Corde1N, Corde2N, LongueurN, OuvertureV}, plain);
+        }
         return t;
     }();
     return table;
@@ -83,7 +112,11 @@ bool recalcOnEnter(Cell c) {
     }
     using namespace F_GEO_STAB;
     for (Cell other : {F_GEO_SF::a12, b20, Text4, Text12, Text11, Text10, Text9, Text13, Text14, Text2,
-                       F_GEO_FUS::b24, F_GEO_FUS::b25, F_GEO_FUS::D24, F_GEO_FUS::D25, F_GEO_FUS::Text5}) {
+                       F_GEO_FUS::b24, F_GEO_FUS::b25, F_GEO_FUS::D24, F_GEO_FUS::D25, F_GEO_FUS::Text5,
+                       // control surfaces of the design window: they move the hinge lines of the drawing
+                       F_GEO_SF::T_Ail_PosL, F_GEO_SF::T_Ail_PosR, F_GEO_SF::T_Ail_Pourc, F_GEO_SF::T_Ail_PourcD,
+                       F_GEO_SF::T_Flap_PosL, F_GEO_SF::T_Flap_PosR, F_GEO_SF::T_Flap_Pourc, F_GEO_SF::T_Flap_PourcD,
+                       T_Prof_PosL, T_Prof_PosR, T_Prof_Pourc, T_Prof_PourcD}) {
         if (c == other) return true;
     }
     return false;
@@ -112,7 +145,14 @@ void keepSpeed(Sheet& s, Cell c) {
 EntryCheck entryCheckOf(Cell c) { return entryChecks()[c.id]; }
 
 void onFieldChange(Workbench& wb, Cell c) {
+    // The power windows and the tail calculators compute on their own.
+    if (PowerFieldChange(wb, c) || TailToolFieldChange(wb, c)) return;
     Sheet& s = wb.sheet;
+    if (performanceFieldChange(wb, c)) return;
+    if (cellTable()[c.id].form == Form::F_ALLONGEMENT) {
+        allongement::CellChanged(wb, c);
+        return;
+    }
     if (blankMeansZero(c)) {
         if (trim(s.text(c)).empty()) s.set(c, "0");
         return;
@@ -147,6 +187,7 @@ void onFieldChange(Workbench& wb, Cell c) {
 }
 
 void onFieldEnter(Workbench& wb, Cell c) {
+    if (performanceFieldEnter(wb, c)) return;
     if (recalcOnEnter(c)) RecalcAll(wb);
 }
 

@@ -6,6 +6,8 @@
 #include <array>
 #include <vector>
 
+#include "views/chart_data.h"
+
 namespace tarvokin {
 
 struct PerfPoint {
@@ -19,11 +21,27 @@ struct PerfPoint {
 
 using PerfTableT = std::vector<PerfPoint>;
 
+// What the two performance windows draw, kept as plain data for the chart
+// adapter, the report and the command-line program.
+struct PerformanceCharts {
+    // F_GEO_3.MSChart1(0..3): sink rate, glide ratio and Cz against speed, and
+    // the airfoil polars.
+    std::array<ChartData, 4> speedPolar;
+    // F_GEO_5: glide ratio and aerodynamic power against Cz at the imposed speed.
+    std::array<ChartData, 2> constantReynolds;
+    // Whether the read-out column of each airfoil (Text6..Text9(i)) is shown.
+    std::array<bool, 3> readoutShown{true, true, true};
+};
+
 // Slot = airfoil index + 3 * mass index.
 struct PerformanceState {
     std::array<PerfTableT, 6> PerfTable;
     std::array<PerfTableT, 6> PerfTableLisse;  // the smoothed curves that are plotted and read by the cursor
     double CzStabMin = 9999, CzStabMax = -9999;
+    // The same model at the speed imposed in F_GEO_5, by slot.
+    std::array<PerfTableT, 6> ReConstant;
+    bool constantReynoldsOpen = false;  // F_GEO_5 is shown and follows each refresh
+    PerformanceCharts charts;
 };
 
 }  // namespace tarvokin

@@ -239,6 +239,9 @@ void RecalcAll(Workbench& wb) {
     }
 
     writeLoadings(s, hasWing);
+    // The design window's copies of the loadings, which the performance panel shows.
+    s.set(F_3D::H32, s.text(F_GEO_SF_REGLAGES::H32));
+    s.set(F_3D::I32, s.text(F_GEO_SF_REGLAGES::I32));
 
     {
         using namespace F_GEO_SF_REGLAGES;

@@ -53,6 +53,10 @@ std::vector<CellDef> buildTable() {
     for (int i = 0; i < 3; ++i) t[F_PROFILS::L_PROFIL[i].id].defaultText = "Profil " + std::to_string(i + 1);
     // The lighting effects of the 3D view start off, the parts, axes and texts shown.
     for (int i = 4; i <= 6; ++i) t[F_3D::Check1[i].id].defaultText = "0";
+    // The performance read-out starts on the lighter mass.
+    t[F_GEO_3::Option1[0].id].defaultText = "1";
+    // The aspect-ratio panel opens on its first calculation variant.
+    t[F_ALLONGEMENT::Option1[0].id].defaultText = "1";
     return t;
 }
 

@@ -16,13 +16,24 @@ const std::vector<FixedList>& fixedLists() {
         {F_3D::Combo1, {"NiCd / NiMh", "A123", "Lipo / Li-ion"}},
         {F_3D::Combo2, {"1", "2", "3", "4", "5", "6", "7", "8", "9", "10", "11", "12"}},
         {F_3D::Combo3, {"Basse", "Moyenne", "Haute"}},
-        {F_3D::Combo4, {"Brushless", "Charbon"}},
-        {F_3D::Combo6, {"Générique", "Bois", "Plastique", "Carbone", "Repliable"}},
+        // Motor type: a brushless motor, or a classic brushed one.
+        {F_3D::Combo4, {"Brushless", "Classique"}},
+        // Propeller make: the name decides the power constant (APC, Camprop, Master, other).
+        {F_3D::Combo6, {"Générique", "APC", "Camprop", "GWS", "Master"}},
         {F_PROFILS::Combo0, {"Cl / Cd", "Cm / Cl", "Cl / Alpha", "Cm / Alpha", "Cd / Alpha"}},
         {F_PROFILS::Combo1, {"Cl / Cd", "Cm / Cl", "Cl / Alpha", "Cm / Alpha", "Cd / Alpha"}},
         {F_CALC_MOT::G3,
          {"Avion léger", "Planeur début", "Planeur rapide", "Racer", "Remorqueur", "Traineur",
           "Voltige f3a", "Voltige loisir", "Maquette"}},
+        // Share of the mass given to the motor and the battery: 70 % or 55 %.
+        {F_CALC_MOT::G9, {"70 %", "55 %"}},
+        {F_CALC_MOT::G13, {"NiCd / NiMh", "A123", "Lipo / Li-ion"}},
+        {F_CALC_MOT::choix_helice, {"Générique", "APC", "Camprop", "GWS"}},
+        // Shown in this order; the position + 1 is the quality number of the efficiency.
+        {F_CALC_MOT::qualite_moteur, {"Haute", "Basse", "Moyenne"}},
+        {F_CALC_MOT::type_moteur, {"Brushless", "Classique"}},
+        // Opening of the V tail between its two half panels, degrees.
+        {F_STAB::Angle_V, {"180", "120", "115", "110", "105", "100", "95", "90"}},
     };
     return lists;
 }

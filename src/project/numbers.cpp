@@ -162,6 +162,8 @@ std::string plain(double x) {
 
 std::string roundedPlain(double x, int decimals) { return plain(toNumber(fixed(x, decimals)) * 1.0); }
 
+std::string fixedOrDash(double x, int decimals) { return std::isfinite(x) ? fixed(x, decimals) : std::string("-"); }
+
 double intPart(double x) { return std::trunc(x); }
 
 }  // namespace tarvokin

@@ -46,6 +46,10 @@ double roundHalfAway(double x, int decimals);
 // that no cell ever holds one.
 std::string fixed(double x, int decimals);
 
+// As fixed(), but a value that could not be computed (inf or nan, what a zero
+// divisor leaves in the calculators that carry it along) gives "-".
+std::string fixedOrDash(double x, int decimals);
+
 // Plain text of a number, 15 significant digits and no trailing zeros:
 // plain(200.0) == "200", plain(171.5) == "171.5".
 std::string plain(double x);

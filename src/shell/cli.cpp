@@ -11,6 +11,7 @@
 #include "airfoils/polar_store.h"
 #include "airfoils/xfoil_runner.h"
 #include "design/field_rules.h"
+#include "design/performance.h"
 #include "project/profile_file.h"
 #include "project/project_file.h"
 #include "shell/home.h"
@@ -29,6 +30,7 @@ namespace {
 
 const char* kUsage =
     "usage: tarvokin-cli fields PROJECT.MDL [--home DIR] [--open N]... [--set FORM.FIELD=VALUE]...\n"
+    "       tarvokin-cli perf PROJECT.MDL [--home DIR] [--open N]... [--set FORM.FIELD=VALUE]...\n"
     "       tarvokin-cli polar FILE.POL [--re-index I]\n"
     "       tarvokin-cli cx PROJECT.MDL [--home DIR] --at SLOT,RE,CZ [--at SLOT,RE,CZ]...\n"
     "       tarvokin-cli compute-polar OUTLINE.DAT NAME RE [--out FILE.POL] [--home DIR]\n"
@@ -159,8 +161,34 @@ bool homeFor(const std::optional<fs::path>& requested, const std::string& execut
     return false;
 }
 
+// The speed polars as CSV: one row per point of the six tables, numbers that
+// read back exactly.
+void printPerfTables(const Workbench& wb, std::ostream& out) {
+    out << "slot,index,CzProfil,CzAvion,ReAile,CxProfil,CxInduit,ReFuselage,CxFuselage,ReStab,CxStab,CzStab,"
+           "CxInduitStab,CxTotal,V,VKmh,Vz,Finesse,PuissanceAero\n";
+    char buf[32];
+    for (size_t slot = 0; slot < wb.perf.PerfTable.size(); ++slot) {
+        const PerfTableT& t = wb.perf.PerfTable[slot];
+        for (size_t i = 0; i < t.size(); ++i) {
+            const PerfPoint& p = t[i];
+            out << slot << ',' << i;
+            for (double v : {p.CzProfil, p.CzAvion, p.ReAile, p.CxProfil, p.CxInduit, p.ReFuselage, p.CxFuselage,
+                             p.ReStab, p.CxStab, p.CzStab, p.CxInduitStab, p.CxTotal, p.V, p.VKmh, p.Vz, p.Finesse,
+                             p.PuissanceAero}) {
+                std::snprintf(buf, sizeof buf, "%.17g", v);
+                out << ',' << buf;
+            }
+            out << '\n';
+        }
+    }
+}
+
+// `fields` prints every cell after the load and the entries; `perf` then runs
+// the performance refresh and prints its tables.
+enum class LoadedOutput { Fields, Performance };
+
 int fieldsCommand(const std::vector<std::string>& args, const std::string& executable, std::ostream& out,
-                  std::ostream& err) {
+                  std::ostream& err, LoadedOutput output = LoadedOutput::Fields) {
     FieldsArgs fa;
     std::string error;
     if (!parseFieldsArgs(args, fa, error)) {
@@ -178,6 +206,12 @@ int fieldsCommand(const std::vector<std::string>& args, const std::string& execu
     for (int n : fa.open) wb.setOpen(n, true);
     if (int st = loadForCommand(wb, fa.project, err)) return st;
     fillSlots(wb, err);
+    // The load closes the motorisation window; the buttons asked for are open
+    // again and their windows compute as they do when opened.
+    for (int n : fa.open) {
+        wb.setOpen(n, true);
+        runGuarded(wb, [&wb, n] { PanelOpened(wb, n); });
+    }
     for (const auto& [path, value] : fa.sets) {
         Cell c{};
         if (!findCell(path, c)) {
@@ -186,7 +220,12 @@ int fieldsCommand(const std::vector<std::string>& args, const std::string& execu
         }
         runGuarded(wb, [&, c = c, value = value] { enterField(wb, c, value); });
     }
-    printFields(wb, out);
+    if (output == LoadedOutput::Performance) {
+        if (!runGuarded(wb, [&] { Courbes_Performances(wb); })) return 1;
+        printPerfTables(wb, out);
+    } else {
+        printFields(wb, out);
+    }
     return status;
 }
 
@@ -414,6 +453,7 @@ int runCli(const std::vector<std::string>& args, const std::string& executable, 
         return args.empty() ? 2 : 0;
     }
     if (args[0] == "fields") return fieldsCommand(args, executable, out, err);
+    if (args[0] == "perf") return fieldsCommand(args, executable, out, err, LoadedOutput::Performance);
     if (args[0] == "polar") return polarCommand(args, out, err);
     if (args[0] == "cx") return cxCommand(args, executable, out, err);
     if (args[0] == "compute-polar") return computePolarCommand(args, executable, out, err);

@@ -175,6 +175,13 @@ void TogglePanel(Workbench& wb, int button) {
     wb.setOpen(button, !wasOpen);
     if (!wasOpen && button == button::Profils) wb.sheet.set(F_Main::T_profils, "1");
     if (!wasOpen && button == button::Wing) loadWingOutline(wb, OutlineWindow::F_Main);
+    if (!wasOpen) PanelOpened(wb, button);
+}
+
+void PanelOpened(Workbench& wb, int button) {
+    // An analysis panel shows fresh figures as it opens.
+    auto it = wb.panelRefresh.find(button);
+    if (it != wb.panelRefresh.end() && it->second) runGuarded(wb, [&] { it->second(wb); });
 }
 
 void CloseAllPanels(Workbench& wb) {

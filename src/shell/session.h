@@ -44,6 +44,11 @@ void RecentClicked(Workbench& wb, int index);
 
 // Toolbar toggles by button position: the three design panels exclude each other.
 void TogglePanel(Workbench& wb, int button);
+
+// What a panel does as it opens: an analysis window (performance, aspect
+// ratio, motor calculation, motorisation, servos) computes its figures
+// through its registered refresh.
+void PanelOpened(Workbench& wb, int button);
 void CloseAllPanels(Workbench& wb);
 
 // Language menu: code "0".."3".

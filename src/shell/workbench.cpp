@@ -2,9 +2,24 @@
 
 #include <utility>
 
+#include "design/performance.h"
+#include "power/motorisation.h"
+#include "power/power_fields.h"
+
 namespace tarvokin {
 
-Workbench::Workbench(std::filesystem::path home) : home_(std::move(home)) {}
+Workbench::Workbench(std::filesystem::path home) : home_(std::move(home)) {
+    // The analysis panels whose refresh is plain calculation register here;
+    // a window may wrap its entry to redraw after it.
+    registerPerformancePanels(*this);
+    // The aspect-ratio step is followed by the motor figures of the design
+    // window, which read the same masses and loadings.
+    panelRefresh[button::Allongement] = [](Workbench& wb) {
+        MajAllongement(wb);
+        MajMotorisation(wb);
+    };
+    registerPowerPanels(*this);
+}
 
 bool Workbench::isOpen(int buttonPosition) const {
     if (!F_Main::Toolbar2.holds(buttonPosition)) return false;

@@ -11,6 +11,7 @@
 #include "airfoils/catalogue.h"
 #include "airfoils/outline.h"
 #include "airfoils/polar_store.h"
+#include "design/aspect_ratio.h"
 #include "design/perf_table.h"
 #include "project/sheet.h"
 #include "shell/settings.h"
@@ -45,6 +46,7 @@ public:
     std::array<OutlinePoints, 3> slotOutlines;  // each slot's outline, for the airfoil window's drawing
     PerformanceState perf;  // the speed polars of the complete model
     AircraftView view3d;    // the 3D view of the design window: scene, camera, light, orbit, part lists
+    AspectRatioState aspectRatio;  // charts and tables of the aspect-ratio panel
 
     std::string projectFilePath;   // full path of the current .MDL, empty when none
     std::string languageFilePath;  // language file of settings.languageCode

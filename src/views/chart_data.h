@@ -32,6 +32,8 @@ struct ChartSeries {
     Rgb colour;
     int style = linestyle::Solid;
     std::vector<ChartPoint> points;
+    bool withPoints = false;  // mark each point
+    bool inLegend = true;     // several series of one airfoil share one legend entry
 };
 
 struct ChartMarker {

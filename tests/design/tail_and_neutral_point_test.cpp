@@ -163,10 +163,18 @@ TEST(Air, StandardDayFromTheSettings) {
     EXPECT_NEAR(VapourPressure(b.wb), 10.0538021, 1e-6);
     EXPECT_NEAR(DryPressure(b.wb), 967.7901796, 1e-6);
     EXPECT_NEAR(AirDensity(b.wb), 1.1575265691, 1e-9);
-    // The performance panel has no cells of its own yet: the settings still hold.
-    b.wb.setOpen(button::Performances, true);
+    // While the performance panel is open its own altitude and temperature
+    // count: 1000 m and 10 °C.
+    b.s.set(F_GEO_3::Text2, "1000");
+    b.s.set(F_GEO_3::Text3, "10");
     EXPECT_NEAR(AirDensity(b.wb), 1.1575265691, 1e-9);
+    b.wb.setOpen(button::Performances, true);
+    EXPECT_NEAR(AirPressure(b.wb), 899.9667442, 1e-6);
+    EXPECT_NEAR(AirDensity(b.wb), 1.1048114340, 1e-9);
+    b.s.set(F_GEO_3::Check3, "0");
     EXPECT_EQ(DragFactorRef(b.wb), 1.1);
+    b.s.set(F_GEO_3::Check3, "1");
+    EXPECT_EQ(DragFactorRef(b.wb), 1);
 }
 
 }  // namespace

@@ -154,8 +154,8 @@ TEST_F(ProjectFile, RoundTripGivesBackEveryInput) {
     EXPECT_EQ(o.text(F_3D::Combo1), "NiCd / NiMh");
     EXPECT_EQ(o.text(F_3D::Combo2), "4");
     EXPECT_EQ(o.text(F_3D::Combo3), "Haute");
-    EXPECT_EQ(o.text(F_3D::Combo4), "Charbon");
-    EXPECT_EQ(o.text(F_3D::Combo6), "Carbone");
+    EXPECT_EQ(o.text(F_3D::Combo4), "Classique");
+    EXPECT_EQ(o.text(F_3D::Combo6), "GWS");
     EXPECT_EQ(o.text(F_3D::Option1[2]), "1");
     EXPECT_EQ(o.text(F_3D::Option1[0]), "0");
     EXPECT_EQ(o.text(F_3D::Combo5), "NACA2412");

@@ -185,3 +185,75 @@ TEST(CliPlan, WritesTheChosenPlanAtTrueScaleAndPrintsItsTexts) {
     r = cli({"plan", h.demo(), "--home", h.home(), "--svg", h.home() + "/no/such/folder/p.svg"});
     EXPECT_EQ(r.status, 1);
 }
+
+namespace {
+
+// The rows of the perf command's CSV after its header line, as numbers.
+std::vector<std::vector<double>> perfRows(const std::string& out, std::string& header) {
+    std::istringstream in(out);
+    std::getline(in, header);
+    std::vector<std::vector<double>> rows;
+    for (std::string line; std::getline(in, line);) {
+        std::vector<double> row;
+        std::istringstream cells(line);
+        for (std::string c; std::getline(cells, c, ',');) row.push_back(std::stod(c));
+        rows.push_back(row);
+    }
+    return rows;
+}
+
+}  // namespace
+
+TEST(CliPerf, PrintsTheSixFoldedTablesAsCsv) {
+    Home h;
+    CliRun r = cli({"perf", h.demo(), "--home", h.home()});
+    ASSERT_EQ(r.status, 0) << r.err;
+    std::string header;
+    const auto rows = perfRows(r.out, header);
+    EXPECT_EQ(header,
+              "slot,index,CzProfil,CzAvion,ReAile,CxProfil,CxInduit,ReFuselage,CxFuselage,ReStab,CxStab,CzStab,"
+              "CxInduitStab,CxTotal,V,VKmh,Vz,Finesse,PuissanceAero");
+    ASSERT_EQ(rows.size(), 6u * 26u);
+    EXPECT_EQ(rows[27][0] + rows[27][1], 2);  // slot 1, point 1
+    for (const auto& row : rows) {
+        ASSERT_EQ(row.size(), 19u);
+        EXPECT_LT(row[16], 0);  // the model sinks at every point
+        EXPECT_GT(row[10], 0);  // the tail's drag counts while the panel is closed
+    }
+
+    // Open, the panel's switches count: without "Stab" there is no tail drag;
+    // the same entry changes nothing while the panel is closed.
+    CliRun noStab = cli({"perf", h.demo(), "--home", h.home(), "--open", "17", "--set", "F_GEO_3.Check1=0"});
+    ASSERT_EQ(noStab.status, 0) << noStab.err;
+    for (const auto& row : perfRows(noStab.out, header)) EXPECT_EQ(row[10] + row[12], 0);
+    EXPECT_EQ(cli({"perf", h.demo(), "--home", h.home(), "--set", "F_GEO_3.Check1=0"}).out, r.out);
+
+    CliRun fields = cli({"fields", h.demo(), "--home", h.home(), "--open", "17"});
+    EXPECT_EQ(fields.fields["F_GEO_3.Text1"], "1.16");
+    EXPECT_NE(fields.fields["F_GEO_SF_REGLAGES.C32"], "0");
+}
+
+TEST(CliFields, PowerWindowsComputeWhenOpenedAndOnSet) {
+    Home h;
+    CliRun r = cli({"fields", h.demo(), "--home", h.home(), "--open", "21", "--open", "20", "--open", "19",
+                    "--set", "F_SERVOS.b9=300", "--set", "F_SERVOS.b7=40", "--set", "F_SERVOS.b8=60", "--set",
+                    "F_SERVOS.B10=20", "--set", "F_SERVOS.b12=45", "--set", "F_SERVOS.b5=120", "--set",
+                    "F_STAB.D11=8", "--set", "F_STAB.D12=8"});
+    ASSERT_EQ(r.status, 0) << r.err;
+    EXPECT_EQ(r.fields["F_Main.Toolbar2(20).Tag"], "1");
+    // 0.34592 Kg/cm at 100 km/h, times 1.44 at 120.
+    EXPECT_EQ(r.fields["F_SERVOS.b13"], "0.50");
+    EXPECT_EQ(r.fields["F_SERVOS.b11"], "14.56");
+    EXPECT_EQ(r.fields["F_STAB.D15"], "45.01");
+    EXPECT_EQ(r.fields["F_STAB.D16"], "89.98");
+    // The demo's 3 Lipo cells and 18 A: the motor tab and the proposal are filled.
+    EXPECT_EQ(r.fields["F_3D.b7"], "10.5");
+    EXPECT_EQ(r.fields["F_3D.B89"], "85 %");
+    EXPECT_EQ(r.fields["F_CALC_MOT.PM"], "125");
+    EXPECT_EQ(r.fields["F_MOTORISATIONS.CB_MOT.ListIndex"], "-1");
+    // Without the window open, only the field's own calculation runs.
+    CliRun quiet = cli({"fields", h.demo(), "--home", h.home(), "--set", "F_STAB.D11=8"});
+    EXPECT_EQ(quiet.fields["F_SERVOS.b13"], "-");
+    EXPECT_EQ(quiet.fields["F_CALC_MOT.PM"], "-");
+    EXPECT_EQ(quiet.fields["F_STAB.D15"], "0.00");
+}

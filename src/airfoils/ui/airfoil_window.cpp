@@ -280,25 +280,33 @@ void AirfoilWindow::redraw() {
 }
 
 void AirfoilWindow::drawChart(int i) {
-    ChartPanel* c = charts_[i];
     const int choice = std::max(0, wb_.sheet.listIndex(i == 0 ? Combo0 : Combo1));
-    c->clear();
-    c->setAxisTitles(QString::fromLatin1(kCurves[choice].x), QString::fromLatin1(kCurves[choice].y));
+    ChartData d;
+    d.xTitle = kCurves[choice].x;
+    d.yTitle = kCurves[choice].y;
     const bool points = wb_.settings.pointsG != 0;
     for (int slot = 0; slot < 3; ++slot) {
         if (!wb_.sheet.on(Check2[slot])) continue;
-        const QString name = qs(wb_.sheet.text(CB_1[slot]));
         bool named = false;
         for (int r = 0; r < kReynoldsCount; ++r) {
             if (!wb_.sheet.on(Check1[r])) continue;
             const PolarRecord& rec = wb_.polars.Polars[static_cast<size_t>(slot)][static_cast<size_t>(r)];
             if (rec.LastRow <= 0) continue;
-            std::vector<std::pair<double, double>> pts;
-            for (int k = 0; k <= rec.LastRow && k < kPolarRows; ++k) pts.push_back(curvePoint(choice, rec.Points[static_cast<size_t>(k)]));
-            c->addSeries(name, pts, slot, 5 - r, false, points, !named);
+            ChartSeries s;
+            s.name = wb_.sheet.text(CB_1[slot]);
+            // One legend entry per airfoil; lighter shades for the lower Reynolds numbers.
+            s.colour = slotRgb(slot, 5 - r);
+            s.withPoints = points;
+            s.inLegend = !named;
+            for (int k = 0; k <= rec.LastRow && k < kPolarRows; ++k) {
+                const auto [x, y] = curvePoint(choice, rec.Points[static_cast<size_t>(k)]);
+                s.points.push_back({x, y});
+            }
+            d.series.push_back(std::move(s));
             named = true;
         }
     }
+    charts_[i]->setData(d);
 }
 
 void AirfoilWindow::fillGrid() {

@@ -1,15 +1,18 @@
-// One small adapter over Qt Charts that knows the program's series styles:
-// a colour per airfoil slot, solid or dashed lines, points or none, axis
-// titles, and saving a chart as a PNG picture.
+// The one adapter over Qt Charts that every chart window uses: it draws a
+// ChartData (series with colour, line style, name and points; titles, axis
+// titles, limits; markers), reads out the value under the cursor, and saves
+// the chart as PNG or SVG.
 #pragma once
 
+#include <QColor>
 #include <QString>
 #include <QWidget>
-#include <utility>
-#include <vector>
+
+#include "views/chart_data.h"
 
 class QChart;
 class QChartView;
+class QLabel;
 
 namespace tarvokin::ui {
 
@@ -18,24 +21,33 @@ class ChartPanel : public QWidget {
 public:
     explicit ChartPanel(QWidget* parent = nullptr);
 
+    void setData(const ChartData& data);
     void clear();
-    void setAxisTitles(const QString& x, const QString& y);
-    // shade 0 is the slot's full colour; higher shades are lighter.
-    // Only series with inLegend appear in the legend (one entry per airfoil,
-    // not one per Reynolds number).
-    void addSeries(const QString& name, const std::vector<std::pair<double, double>>& points, int slot, int shade,
-                   bool dashed, bool withPoints, bool inLegend = true);
+    const ChartData& data() const { return data_; }
+
     bool savePng(const QString& file) const;
-    int seriesCount() const;
+    bool saveSvg(const QString& file) const;
+    int seriesCount() const;          // data series, markers excluded
+    QString readout() const;          // the last hover read-out, "" when none
+    QChart* chart() const { return chart_; }
+
+signals:
+    void doubleClicked();  // a window may show the chart enlarged
+
+protected:
+    void mouseDoubleClickEvent(QMouseEvent* e) override;
 
 private:
     QChart* chart_;
     QChartView* view_;
-    QString xTitle_, yTitle_;
-    void rebuildAxes();
+    QLabel* readout_;
+    ChartData data_;
 };
 
-// The colour of an airfoil slot: blue, red, green.
+QColor toQColor(const Rgb& c);
+
+// The colour of an airfoil slot: blue, red, green; higher shades are lighter.
 QColor slotColour(int slot, int shade = 0);
+Rgb slotRgb(int slot, int shade = 0);
 
 }  // namespace tarvokin::ui

@@ -28,6 +28,7 @@
 #include "design/ui/settings_panel.h"
 #include "design/ui/stab_panel.h"
 #include "design/ui/wing_panel.h"
+#include "project/file_spelling.h"
 #include "shell/progress.h"
 #include "shell/session.h"
 #include "shell/ui/cell_widgets.h"
@@ -36,6 +37,7 @@
 #include "shell/ui/toolbar_icons.h"
 #include "shell/workbench.h"
 #include "views/ui/design_summary.h"
+#include "views/ui/design_window.h"
 
 namespace tarvokin::ui {
 
@@ -81,7 +83,7 @@ const ButtonDef kButtons[] = {
 bool isSeparatorPosition(int p) { return p == 5 || p == 16 || p == 22 || p == 28 || p == 31; }
 
 bool isToggle(int p) {
-    return p == button::Wing || p == button::Fuselage || p == button::Stab || p == button::Reglages ||
+    return p == button::View3D || p == button::Wing || p == button::Fuselage || p == button::Stab || p == button::Reglages ||
            p == button::Profils;
 }
 
@@ -116,6 +118,7 @@ MainWindow::MainWindow(Workbench& wb, SheetBridge& bridge, QWidget* parent)
     buildAirfoilDock();
     buildToolbar();
     buildMenus();
+    buildPanelWindows();
     auto title = [this] { setWindowTitle(qs(wb_.sheet.text(F_Main::Caption))); };
     title();
     bridge_.watch(F_Main::Caption, this, title);
@@ -134,6 +137,39 @@ QWidget* MainWindow::designPanel(int button) const {
     return it == designPanels_.end() ? nullptr : it->second;
 }
 
+void MainWindow::addPanelWindow(int button, QWidget* window) {
+    window->setParent(this, Qt::Window);
+    window->installEventFilter(this);
+    panelWindows_[button] = window;
+    if (QAction* a = toolbarButton(button)) {
+        a->setCheckable(true);
+        a->setEnabled(true);
+        connect(a, &QAction::triggered, this, [this, button] { TogglePanel(wb_, button); });
+    }
+    for (QAction* a : menuBar()->findChildren<QAction*>()) {
+        if (a->property("button").toInt() == button) {
+            a->setEnabled(true);
+            connect(a, &QAction::triggered, this, [this, button] { TogglePanel(wb_, button); });
+        }
+    }
+}
+
+QWidget* MainWindow::panelWindow(int button) const {
+    auto it = panelWindows_.find(button);
+    return it == panelWindows_.end() ? nullptr : it->second;
+}
+
+bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Close && !syncingDocks_ && !quitting_) {
+        for (auto& [b, w] : panelWindows_) {
+            if (w == watched && wb_.isOpen(b)) TogglePanel(wb_, b);
+        }
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void MainWindow::buildPanelWindows() {}
+
 void MainWindow::buildCentre() {
     auto* centre = new QWidget;
     auto* row = new QHBoxLayout(centre);
@@ -150,10 +186,12 @@ void MainWindow::buildCentre() {
     designPlace_->setMinimumWidth(560);
     row->addWidget(designPlace_, 3);
 
+    design_ = new DesignWindow(wb_, bridge_, [this](int b) { TogglePanel(wb_, b); });
     auto* summary = new QScrollArea;
     summary->setWidget(new DesignSummary(bridge_));
     summary->setWidgetResizable(true);
-    row->addWidget(summary, 2);
+    design_->setViewArea(summary);
+    row->addWidget(design_, 5);
 
     settingsPlace_ = new QScrollArea;
     auto* settings = new SettingsPanel(bridge_);
@@ -282,14 +320,14 @@ void MainWindow::buildMenus() {
 
     QMenu* prof = menuBar()->addMenu(QStringLiteral("&Profils"));
     prof->setObjectName("IM_PROFILS");
-    entry(prof, "IM_BASE", QStringLiteral("&Base de données"));
+    entry(prof, "IM_BASE", QStringLiteral("&Base de données"))->setProperty("button", button::Base);
     entry(prof, "IM_ADD_AIRFOIL", QStringLiteral("&Ajouter un Profil"));
     prof->addSeparator()->setObjectName("sep_naca");
-    entry(prof, "IM_NACAGEN", QStringLiteral("&Générateur de profils NACA"));
-    entry(prof, "IM_RIBS", QStringLiteral("&Générateur de nervures intermédiaires"));
+    entry(prof, "IM_NACAGEN", QStringLiteral("&Générateur de profils NACA"))->setProperty("button", 25);
+    entry(prof, "IM_RIBS", QStringLiteral("&Générateur de nervures intermédiaires"))->setProperty("button", 26);
     prof->addSeparator()->setObjectName("sep_pres");
-    entry(prof, "IM_PRESSURE", QStringLiteral("&Distributiondes Pressions / Vitesses"));
-    entry(prof, "IM_TEST_INTERPOL", QStringLiteral("&Interpolation"));
+    entry(prof, "IM_PRESSURE", QStringLiteral("&Distributiondes Pressions / Vitesses"))->setProperty("button", button::Aero);
+    entry(prof, "IM_TEST_INTERPOL", QStringLiteral("&Interpolation"))->setProperty("button", button::TestPol);
 
     QMenu* conf = menuBar()->addMenu(QStringLiteral("&Configuration"));
     conf->setObjectName("IM_CONFIG");
@@ -312,11 +350,15 @@ void MainWindow::buildMenus() {
                                 "&calculs de Motorisations", "&Motorisations"}) {
         QAction* a = entry(view, "IM_VIEW", QString::fromUtf8(caption), viewIndex == 0);
         a->setProperty("index", viewIndex);
+        static constexpr int kViewButtons[] = {button::Profils, button::Performances, button::Allongement,
+                                               button::CalcMot, button::Motorisation};
+        a->setProperty("button", kViewButtons[viewIndex]);
         if (viewIndex == 0) connect(a, &QAction::triggered, this, [this] { TogglePanel(wb_, button::Profils); });
         ++viewIndex;
     }
     view->addSeparator()->setObjectName("ssep");
-    entry(view, "IM_View_Modele", QStringLiteral("&Vue 3D"));
+    connect(entry(view, "IM_View_Modele", QStringLiteral("&Vue 3D"), true), &QAction::triggered, this,
+            [this] { TogglePanel(wb_, button::View3D); });
     QAction* fus = entry(view, "IM_FUS", QStringLiteral("&Géométrie du Fuselage"), true);
     connect(fus, &QAction::triggered, this, [this] { TogglePanel(wb_, button::Fuselage); });
     view->addSeparator()->setObjectName("szep");
@@ -324,7 +366,7 @@ void MainWindow::buildMenus() {
 
     QMenu* cnc = menuBar()->addMenu(QStringLiteral("&CNC"));
     cnc->setObjectName("IM_CNC");
-    entry(cnc, "IM_GEN_Couples", QStringLiteral("&Génération des Couples"));
+    entry(cnc, "IM_GEN_Couples", QStringLiteral("&Génération des Couples"))->setProperty("button", 27);
     entry(cnc, "IM_GEN_FUS", QStringLiteral("&Génération du Fuselage"));
 
     QMenu* lang = menuBar()->addMenu(QStringLiteral("&Langue"));
@@ -342,8 +384,12 @@ void MainWindow::buildMenus() {
 
     QMenu* help = menuBar()->addMenu(QStringLiteral("&Aide"));
     help->setObjectName("IM_HELP");
-    entry(help, "IM_TARVOK", QStringLiteral("&Aide Tarvokin RC"));
-    entry(help, "IM_FICH_HELP", QStringLiteral("&Guide de Conception"));
+    // Help files are optional parts of an installation: opened by the desktop
+    // when present, else the user is told which file is missing.
+    connect(entry(help, "IM_TARVOK", QStringLiteral("&Aide Tarvokin RC"), true), &QAction::triggered, this,
+            [this] { openInEditor(QStringLiteral("HELP/TARVOKINV3.HLP")); });
+    connect(entry(help, "IM_FICH_HELP", QStringLiteral("&Guide de Conception"), true), &QAction::triggered, this,
+            [this] { openInEditor(QStringLiteral("Help/TARVOKIN.HLP")); });
     connect(entry(help, "IM_About", QStringLiteral("&A propos"), true), &QAction::triggered, this, [this] {
         QMessageBox::about(this, QStringLiteral("TARVOKIN"),
                            QStringLiteral("TARVOKIN version 3.1\nAtelier d'avant-projet de modèles réduits radiocommandés."));
@@ -357,6 +403,14 @@ void MainWindow::panelTagsChanged() {
     }
     if (shown != 0) designStack_->setCurrentWidget(designPanels_[shown]);
     designPlace_->setVisible(shown != 0);
+    design_->setVisible(wb_.isOpen(button::View3D));
+    if (wb_.isOpen(button::CalcMot) || wb_.isOpen(button::Motorisation)) {
+        // The motor windows work with the motor tab of the design window.
+        const bool motorJustOpened = (wb_.isOpen(button::CalcMot) && !motorTabShown_[0]) ||
+                                     (wb_.isOpen(button::Motorisation) && !motorTabShown_[1]);
+        if (motorJustOpened) design_->showMotorTab();
+    }
+    motorTabShown_ = {wb_.isOpen(button::CalcMot), wb_.isOpen(button::Motorisation)};
     settingsPlace_->setVisible(wb_.isOpen(button::Reglages));
     const bool profils = wb_.isOpen(button::Profils);
     if (profils != airfoilDock_->isVisible()) {
@@ -366,6 +420,13 @@ void MainWindow::panelTagsChanged() {
         // Opening the window fills its slots (and computes what is missing).
         if (profils) QMetaObject::invokeMethod(airfoils_, [this] { airfoils_->fillSlots(); }, Qt::QueuedConnection);
     }
+    syncingDocks_ = true;
+    for (auto& [b, w] : panelWindows_) {
+        const bool open = wb_.isOpen(b);
+        if (open != w->isVisible()) w->setVisible(open);
+        if (open) w->raise();
+    }
+    syncingDocks_ = false;
     for (auto& [pos, a] : buttons_) {
         if (a->isCheckable()) {
             QSignalBlocker blk(a);
@@ -396,7 +457,7 @@ void MainWindow::openPreferences() {
 }
 
 void MainWindow::openInEditor(const QString& relativePath, const QString& missingMessage) {
-    const QString file = qs((wb_.home() / ss(relativePath)).string());
+    const QString file = qs(existingSpelling(wb_.home() / ss(relativePath)).string());
     if (!std::filesystem::exists(ss(file))) {
         QMessageBox::information(this, QStringLiteral("TARVOKIN V3.0"),
                                  missingMessage.isEmpty() ? file + QStringLiteral(" : fichier inexistant") : missingMessage);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <array>
 #include <map>
 
 class QAction;
@@ -18,6 +19,7 @@ namespace tarvokin::ui {
 
 class SheetBridge;
 class AirfoilWindow;
+class DesignWindow;
 
 class MainWindow : public QMainWindow {
     Q_OBJECT
@@ -28,21 +30,29 @@ public:
     QAction* toolbarButton(int position) const;
     QWidget* designPanel(int button) const;
     AirfoilWindow* airfoilWindow() const { return airfoils_; }
+    DesignWindow* designWindow() const { return design_; }
 
     // Computes a missing polar of a slot with XFOIL, showing progress with Cancel.
     bool computePolar(int slot, int reynolds);
+
+    // A window that a toolbar button opens and closes; closing it by its own
+    // frame is the same as pressing the button again.
+    void addPanelWindow(int button, QWidget* window);
+    QWidget* panelWindow(int button) const;
 
     void openProject();
     void saveProjectAs();
 
 protected:
     void closeEvent(QCloseEvent* e) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void buildMenus();
     void buildToolbar();
     void buildCentre();
     void buildAirfoilDock();
+    void buildPanelWindows();
     void panelTagsChanged();
     void openPreferences();
     void openInEditor(const QString& relativePath, const QString& missingMessage = {});
@@ -51,10 +61,13 @@ private:
     SheetBridge& bridge_;
     std::map<int, QAction*> buttons_;
     std::map<int, QWidget*> designPanels_;
+    std::map<int, QWidget*> panelWindows_;
     QStackedWidget* designStack_ = nullptr;
     QScrollArea* designPlace_ = nullptr;
     QScrollArea* settingsPlace_ = nullptr;
     AirfoilWindow* airfoils_ = nullptr;
+    DesignWindow* design_ = nullptr;
+    std::array<bool, 2> motorTabShown_{};
     QDockWidget* airfoilDock_ = nullptr;
     bool syncingDocks_ = false;
     bool quitting_ = false;

@@ -1,0 +1,329 @@
+#include "views/ui/design_window.h"
+
+#include <QFormLayout>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSlider>
+#include <QSplitter>
+#include <QTabWidget>
+#include <QVBoxLayout>
+#include <cmath>
+
+#include "design/field_rules.h"
+#include "design/panel_edit.h"
+#include "project/numbers.h"
+#include "shell/ui/cell_widgets.h"
+#include "shell/ui/form_helpers.h"
+#include "shell/ui/sheet_bridge.h"
+#include "shell/workbench.h"
+
+namespace tarvokin::ui {
+
+namespace {
+
+QPushButton* button(const char* name, const QString& caption, QWidget* parent = nullptr) {
+    auto* b = new QPushButton(caption, parent);
+    b->setObjectName(QString::fromLatin1(name));
+    return b;
+}
+
+QLabel* wrapped(CellLabel* l) {
+    l->setWordWrap(true);
+    return l;
+}
+
+// The static margin runs in tenths of a percent on the CG slider.
+constexpr int kMarginSteps = 10;
+
+}  // namespace
+
+DesignWindow::DesignWindow(Workbench& wb, SheetBridge& b, std::function<void(int)> toggle, QWidget* parent)
+    : QWidget(parent), wb_(wb), bridge_(b), toggle_(std::move(toggle)) {
+    setObjectName("F_3D");
+    auto caption = [this] { setWindowTitle(qs(wb_.sheet.text(F_3D::Caption))); };
+    caption();
+    bridge_.watch(F_3D::Caption, this, caption);
+
+    auto* split = new QSplitter(Qt::Horizontal);
+    auto* left = new QWidget;
+    auto* ll = new QVBoxLayout(left);
+    ll->setContentsMargins(0, 0, 0, 0);
+
+    auto* head = new QGroupBox;
+    auto* hl = new QFormLayout(head);
+    auto* name = new CellEdit(bridge_, F_3D::T_NOM_Modele);
+    QFont big = name->font();
+    big.setBold(true);
+    name->setFont(big);
+    hl->addRow(QStringLiteral("Modèle"), name);
+    hl->addRow(QStringLiteral("Projet"), wrapped(new CellLabel(bridge_, F_3D::T_PROJET)));
+    hl->addRow(QStringLiteral("Profil"), new CellLabel(bridge_, F_3D::T_PROFIL_3D));
+    ll->addWidget(head);
+
+    tabs_ = new QTabWidget;
+    tabs_->setObjectName("SSTab1");
+    tabs_->addTab(wingTab(), QStringLiteral("Aile"));
+    tabs_->addTab(stabTab(), QStringLiteral("Stab"));
+    tabs_->addTab(finTab(), QStringLiteral("Dérive"));
+    tabs_->addTab(fuselageTab(), QStringLiteral("Fuselage"));
+    tabs_->addTab(centringTab(), QStringLiteral("Centrage"));
+    tabs_->addTab(motorTab(), QStringLiteral("Moteur"));
+    ll->addWidget(tabs_, 1);
+    split->addWidget(left);
+
+    auto* right = new QWidget;
+    viewPlace_ = new QVBoxLayout(right);
+    viewPlace_->setContentsMargins(0, 0, 0, 0);
+    split->addWidget(right);
+    split->setStretchFactor(0, 0);
+    split->setStretchFactor(1, 1);
+
+    auto* top = new QVBoxLayout(this);
+    top->setContentsMargins(2, 2, 2, 2);
+    top->addWidget(split);
+}
+
+void DesignWindow::setViewArea(QWidget* view) {
+    if (view_) {
+        viewPlace_->removeWidget(view_);
+        view_->deleteLater();
+    }
+    view_ = view;
+    viewPlace_->addWidget(view_);
+}
+
+void DesignWindow::showMotorTab() { tabs_->setCurrentIndex(5); }
+
+QWidget* DesignWindow::wingTab() {
+    auto* w = new QWidget;
+    w->setObjectName("Frame3");
+    auto* top = new QVBoxLayout(w);
+
+    auto* airfoil = new QFormLayout;
+    airfoil->addRow(QStringLiteral("Profil"), new CellCombo(bridge_, F_3D::Combo5));
+    top->addLayout(airfoil);
+
+    auto* panels = new QHBoxLayout;
+    auto* add = button("PB_ADD_PAN", QStringLiteral("Ajouter un panneau"));
+    auto* del = button("PB_DEL_PAN", QStringLiteral("Supprimer un panneau"));
+    connect(add, &QPushButton::clicked, this, [this] { guarded(wb_, [this] { AddWingPanel(wb_); }); });
+    connect(del, &QPushButton::clicked, this, [this] { guarded(wb_, [this] { DeleteWingPanel(wb_); }); });
+    panels->addWidget(add);
+    panels->addWidget(del);
+    top->addLayout(panels);
+
+    auto* winglets = new QHBoxLayout;
+    auto* wl = new CellCheck(bridge_, F_3D::Ch_Winglets, QStringLiteral("Winglets"));
+    winglets->addWidget(wl);
+    auto* which = new QLabel(QStringLiteral("panneau n°"));
+    which->setObjectName("L_Winglets");
+    winglets->addWidget(which);
+    auto* index = new CellEdit(bridge_, F_3D::Text8);
+    index->setMaximumWidth(50);
+    index->setToolTip(QStringLiteral("1 à 4 : le panneau 2 à 5 est un winglet"));
+    winglets->addWidget(index);
+    winglets->addStretch(1);
+    top->addLayout(winglets);
+
+    auto* surfaces = new QGroupBox(QStringLiteral("Gouvernes"));
+    auto* g = new QGridLayout(surfaces);
+    addSurfaceHeads(g);
+    using namespace F_GEO_SF;
+    addGridRow(bridge_, g, 1, QStringLiteral("Ailerons"), {T_Ail_PosL, T_Ail_PosR, T_Ail_Pourc, T_Ail_PourcD});
+    addGridRow(bridge_, g, 2, QStringLiteral("Volets"), {T_Flap_PosL, T_Flap_PosR, T_Flap_Pourc, T_Flap_PourcD});
+    top->addWidget(surfaces);
+
+    auto* results = new QGroupBox(QStringLiteral("Résultats"));
+    auto* f = new QFormLayout(results);
+    addResult(bridge_, f, QStringLiteral("Surface (dm²)"), F_3D::j4);
+    addResult(bridge_, f, QStringLiteral("Corde moyenne (mm)"), F_3D::j5);
+    addResult(bridge_, f, QStringLiteral("Envergure (mm)"), F_3D::j6);
+    addResult(bridge_, f, QStringLiteral("Allongement"), F_3D::j7);
+    addResult(bridge_, f, QStringLiteral("Allongement elliptique"), F_3D::j8);
+    f->addRow(QStringLiteral("Foyer (25%)"), wrapped(new CellLabel(bridge_, F_3D::j9)));
+    addResult(bridge_, f, QStringLiteral("Cm0 profil"), F_3D::j11);
+    addResult(bridge_, f, QStringLiteral("Alpha0 profil (°)"), F_3D::j12);
+    addField(bridge_, f, QStringLiteral("V (Km/h)"), F_3D::a12);
+    top->addWidget(results);
+
+    auto* open = new QHBoxLayout;
+    auto* sf = button("PB_SF", QStringLiteral("Géométrie de l'aile"));
+    connect(sf, &QPushButton::clicked, this, [this] { toggle_(button::Wing); });
+    auto* all = button("PB_ALL", QStringLiteral("Tout"));
+    all->setToolTip(QStringLiteral("Ouvre la géométrie de l'aile et les règlages"));
+    connect(all, &QPushButton::clicked, this, [this] {
+        if (!wb_.isOpen(button::Wing)) toggle_(button::Wing);
+        if (!wb_.isOpen(button::Reglages)) toggle_(button::Reglages);
+    });
+    open->addWidget(sf);
+    open->addWidget(all);
+    top->addLayout(open);
+    top->addStretch(1);
+    return w;
+}
+
+QWidget* DesignWindow::stabTab() {
+    auto* w = new QWidget;
+    w->setObjectName("Frame4");
+    auto* top = new QVBoxLayout(w);
+    auto* f = new QFormLayout;
+    f->addRow(QStringLiteral("Profil du stab"), new CellCombo(bridge_, F_3D::Combo7));
+    top->addLayout(f);
+
+    auto* panels = new QHBoxLayout;
+    auto* open = button("PB_STAB", QStringLiteral("Géométrie du stab"));
+    auto* add = button("PB_STAB_ADD_PAN", QStringLiteral("Ajouter un panneau"));
+    auto* del = button("PB_STAB_DEL_PAN", QStringLiteral("Supprimer un panneau"));
+    connect(open, &QPushButton::clicked, this, [this] { toggle_(button::Stab); });
+    connect(add, &QPushButton::clicked, this, [this] { guarded(wb_, [this] { AddStabPanel(wb_); }); });
+    connect(del, &QPushButton::clicked, this, [this] { guarded(wb_, [this] { DeleteStabPanel(wb_); }); });
+    panels->addWidget(open);
+    panels->addWidget(add);
+    panels->addWidget(del);
+    top->addLayout(panels);
+
+    auto* surfaces = new QGroupBox(QStringLiteral("Profondeur"));
+    auto* g = new QGridLayout(surfaces);
+    addSurfaceHeads(g);
+    using namespace F_GEO_STAB;
+    addGridRow(bridge_, g, 1, QStringLiteral("Profondeur"), {T_Prof_PosL, T_Prof_PosR, T_Prof_Pourc, T_Prof_PourcD});
+    top->addWidget(surfaces);
+
+    auto* results = new QGroupBox(QStringLiteral("Résultats"));
+    auto* rf = new QFormLayout(results);
+    addResult(bridge_, rf, QStringLiteral("Envergure (mm)"), F_3D::j17);
+    addResult(bridge_, rf, QStringLiteral("Foyer (25%)"), F_3D::J20);
+    addResult(bridge_, rf, QStringLiteral("Volume de stab"), F_3D::j22);
+    addResult(bridge_, rf, QStringLiteral("Hauteur projetée"), F_3D::D20);
+    top->addWidget(results);
+    top->addStretch(1);
+    return w;
+}
+
+QWidget* DesignWindow::finTab() {
+    auto* w = new QWidget;
+    w->setObjectName("Frame5");
+    auto* top = new QVBoxLayout(w);
+    auto* f = new QFormLayout;
+    addResult(bridge_, f, QStringLiteral("Surface (dm²)"), F_3D::d21);
+    addField(bridge_, f, QStringLiteral("Position haute"), F_GEO_STAB::T_Deriv_PosH);
+    addField(bridge_, f, QStringLiteral("Position basse"), F_GEO_STAB::T_Deriv_PosB);
+    top->addLayout(f);
+    auto* open = button("PB_DERIVE", QStringLiteral("Géométrie de la dérive"));
+    connect(open, &QPushButton::clicked, this, [this] { toggle_(button::Stab); });
+    top->addWidget(open);
+    top->addStretch(1);
+    return w;
+}
+
+QWidget* DesignWindow::fuselageTab() {
+    auto* w = new QWidget;
+    w->setObjectName("Frame6");
+    auto* top = new QVBoxLayout(w);
+    auto* f = new QFormLayout;
+    f->addRow(QStringLiteral("Type"), new CellCombo(bridge_, F_3D::Combo9));
+    f->addRow(QStringLiteral("Queue"), new CellCombo(bridge_, F_3D::Combo10));
+    using namespace F_GEO_FUS;
+    addField(bridge_, f, QStringLiteral("Longueur"), b24);
+    addField(bridge_, f, QStringLiteral("Nez / BA"), b25);
+    addField(bridge_, f, QStringLiteral("Largeur"), D24);
+    addField(bridge_, f, QStringLiteral("Hauteur"), D25);
+    addResult(bridge_, f, QStringLiteral("Foyer Fuselage"), F_3D::j26a);
+    top->addLayout(f);
+    auto* open = button("PB_FUS", QStringLiteral("Géométrie du fuselage"));
+    connect(open, &QPushButton::clicked, this, [this] { toggle_(button::Fuselage); });
+    top->addWidget(open);
+    top->addStretch(1);
+    return w;
+}
+
+QWidget* DesignWindow::centringTab() {
+    auto* w = new QWidget;
+    w->setObjectName("Frame11");
+    auto* top = new QVBoxLayout(w);
+    auto* f = new QFormLayout;
+    using namespace F_GEO_SF_REGLAGES;
+    addField(bridge_, f, QStringLiteral("Masse mini (g)"), H30);
+    addField(bridge_, f, QStringLiteral("Masse maxi (g)"), I30);
+    addField(bridge_, f, QStringLiteral("Marge statique (%)"), C29);
+    addField(bridge_, f, QStringLiteral(" Cz de calage"), F_3D::F29);
+    top->addLayout(f);
+
+    cg_ = new QSlider(Qt::Horizontal);
+    cg_->setObjectName("Slider1");
+    cg_->setRange(-5 * kMarginSteps, 30 * kMarginSteps);
+    cg_->setToolTip(QStringLiteral("Marge statique : le centre de gravité avance vers la droite"));
+    top->addWidget(cg_);
+    top->addWidget(wrapped(new CellLabel(bridge_, F_3D::b30)));
+    // The slider moves the static margin; the recalculation is fast enough
+    // to follow the drag, so the label, the plans and the incidences move with it.
+    connect(cg_, &QSlider::valueChanged, this, [this](int v) {
+        if (signalsBlocked()) return;
+        const std::string margin = plain(static_cast<double>(v) / kMarginSteps);
+        if (wb_.sheet.text(C29) == margin) return;
+        guarded(wb_, [&] { enterField(wb_, C29, margin); });
+    });
+    pullCgSlider();
+    bridge_.watch(C29, this, [this] { pullCgSlider(); });
+
+    auto* g = new QFormLayout;
+    g->addRow(QStringLiteral("Foyer"), wrapped(new CellLabel(bridge_, F_3D::j9)));
+    addResult(bridge_, g, QStringLiteral("Calage stab"), F_3D::f30a);
+    addResult(bridge_, g, QStringLiteral("Calage aile"), F_3D::f31a);
+    addResult(bridge_, g, QStringLiteral("Vé longitudinal"), F_3D::f32a);
+    top->addLayout(g);
+    top->addStretch(1);
+    return w;
+}
+
+void DesignWindow::pullCgSlider() {
+    const double margin = wb_.sheet.val(F_GEO_SF_REGLAGES::C29);
+    const int v = static_cast<int>(std::lround(margin * kMarginSteps));
+    if (cg_->value() == v) return;
+    QSignalBlocker block(cg_);
+    cg_->setValue(v);
+}
+
+QWidget* DesignWindow::motorTab() {
+    auto* w = new QWidget;
+    w->setObjectName("Frame20");
+    auto* top = new QVBoxLayout(w);
+    auto* battery = new QGroupBox(QStringLiteral("Accus"));
+    auto* bf = new QFormLayout(battery);
+    bf->addRow(QStringLiteral("Type"), new CellCombo(bridge_, F_3D::Combo1));
+    bf->addRow(QStringLiteral("Nombre d'éléments"), new CellCombo(bridge_, F_3D::Combo2));
+    addField(bridge_, bf, QStringLiteral("Capacité (mAh)"), F_3D::b6);
+    auto* opts = new QHBoxLayout;
+    for (int i = 0; i < F_3D::Option1.count; ++i) {
+        auto* check = new CellCheck(bridge_, F_3D::Option1[i], QString::number(i + 1));
+        check->setProperty("index", i);
+        opts->addWidget(check);
+    }
+    bf->addRow(QStringLiteral("Option"), opts);
+    top->addWidget(battery);
+
+    auto* motor = new QGroupBox(QStringLiteral("Moteur"));
+    auto* mf = new QFormLayout(motor);
+    mf->addRow(QStringLiteral("Type"), new CellCombo(bridge_, F_3D::Combo4));
+    mf->addRow(QStringLiteral("Qualité"), new CellCombo(bridge_, F_3D::Combo3));
+    mf->addRow(QStringLiteral("Marque"), new CellLabel(bridge_, F_3D::Moteur_Marque));
+    mf->addRow(QStringLiteral("Modèle"), new CellLabel(bridge_, F_3D::Moteur_Modele));
+    addField(bridge_, mf, QStringLiteral("Courant (A)"), F_3D::d6);
+    addField(bridge_, mf, QStringLiteral("Réduction"), F_3D::d7);
+    top->addWidget(motor);
+
+    auto* prop = new QGroupBox(QStringLiteral("Hélice"));
+    auto* pf = new QFormLayout(prop);
+    pf->addRow(QStringLiteral("Type"), new CellCombo(bridge_, F_3D::Combo6));
+    addField(bridge_, pf, QStringLiteral("Diamètre (pouces)"), F_3D::f5);
+    addField(bridge_, pf, QStringLiteral("Pas (pouces)"), F_3D::f6);
+    top->addWidget(prop);
+    top->addStretch(1);
+    return w;
+}
+
+}  // namespace tarvokin::ui

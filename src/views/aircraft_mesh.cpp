@@ -1,6 +1,7 @@
 #include "views/aircraft_mesh.h"
 
 #include <cmath>
+#include <utility>
 
 #include "project/numbers.h"
 #include "project/profile_file.h"

@@ -32,6 +32,9 @@ public:
     // One slot's selection, guarded against a second one while a run is going on.
     void select(int slot);
     bool busy() const { return busy_; }
+    // Asks for an outline file, copies it into the installation's DATA folder
+    // and enters it in the catalogue on airfoil slot `slot`.
+    void chooseFile(int slot);
 
     ChartPanel* chart(int i) const { return charts_[i]; }
     void redraw();
@@ -39,7 +42,6 @@ public:
 private:
     void drawChart(int i);
     void fillGrid();
-    void chooseFile(int slot);
 
     Workbench& wb_;
     SheetBridge& bridge_;

@@ -321,7 +321,8 @@ void MainWindow::buildMenus() {
     QMenu* prof = menuBar()->addMenu(QStringLiteral("&Profils"));
     prof->setObjectName("IM_PROFILS");
     entry(prof, "IM_BASE", QStringLiteral("&Base de données"))->setProperty("button", button::Base);
-    entry(prof, "IM_ADD_AIRFOIL", QStringLiteral("&Ajouter un Profil"));
+    connect(entry(prof, "IM_ADD_AIRFOIL", QStringLiteral("&Ajouter un Profil"), true), &QAction::triggered, this,
+            [this] { airfoils_->chooseFile(0); });
     prof->addSeparator()->setObjectName("sep_naca");
     entry(prof, "IM_NACAGEN", QStringLiteral("&Générateur de profils NACA"))->setProperty("button", 25);
     entry(prof, "IM_RIBS", QStringLiteral("&Générateur de nervures intermédiaires"))->setProperty("button", 26);

@@ -392,7 +392,7 @@ TEST_F(ProjectFile, ShippedDemoModelLoads) {
     EXPECT_EQ(s.text(F_GEO_SF::c9), "-1.5");
     EXPECT_EQ(s.text(F_GEO_FUS::Couple_Y1[3]), "33");
     EXPECT_EQ(s.text(F_GEO_FUS::Ribs[35]), "1305");
-    EXPECT_EQ(s.text(F_3D::Option1[1]), "1");
+    EXPECT_EQ(s.text(F_3D::Option1[0]), "1");  // the classic design with its stabiliser
     EXPECT_EQ(s.text(F_3D::Combo2), "3");
     EXPECT_EQ(s.text(F_3D::Combo6), "Générique");
     EXPECT_EQ(s.text(F_3D::f5), "10");

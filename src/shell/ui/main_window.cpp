@@ -25,6 +25,7 @@
 #include "airfoils/ui/airfoil_window.h"
 #include "airfoils/xfoil_runner.h"
 #include "design/ui/fuselage_panel.h"
+#include "design/ui/performance_window.h"
 #include "design/ui/settings_panel.h"
 #include "design/ui/stab_panel.h"
 #include "design/ui/wing_panel.h"
@@ -168,7 +169,9 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
     return QMainWindow::eventFilter(watched, event);
 }
 
-void MainWindow::buildPanelWindows() {}
+void MainWindow::buildPanelWindows() {
+    addPanelWindow(button::Performances, new PerformanceWindow(wb_, bridge_));
+}
 
 void MainWindow::buildCentre() {
     auto* centre = new QWidget;

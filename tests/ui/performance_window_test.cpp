@@ -1,4 +1,4 @@
-// The performance windows in the real main window,
+// The performance windows and the aspect-ratio window in the real main window,
 // offscreen: open them by their toolbar buttons, step their inputs and see the
 // figures and the drawn curves follow.
 #include <QAction>
@@ -7,10 +7,12 @@
 #include <QChart>
 #include <QLineSeries>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QSlider>
 #include <QToolButton>
 #include <QtTest>
 
+#include "design/ui/allongement_window.h"
 #include "design/ui/performance_window.h"
 #include "main_window_fixture.h"
 #include "shell/ui/chart_panel.h"
@@ -57,6 +59,9 @@ class PerformanceWindowTest : public QObject {
         }
         ui::PerformanceWindow* perf() const {
             return qobject_cast<ui::PerformanceWindow*>(window->panelWindow(button::Performances));
+        }
+        ui::AllongementWindow* aspect() const {
+            return qobject_cast<ui::AllongementWindow*>(window->panelWindow(button::Allongement));
         }
         void open(int b) {
             window->toolbarButton(b)->trigger();
@@ -125,6 +130,48 @@ private slots:
         QVERIFY(!f.perf()->isVisible());
         QVERIFY(!cs->isVisible());
         QVERIFY(!f.wb.perf.constantReynoldsOpen);
+    }
+
+    void aspectRatioWindowSwitchesVariantAndEnlargesAChart() {
+        Fixture f;
+        f.open(button::Allongement);
+        ui::AllongementWindow* w = f.aspect();
+        for (int i = 0; i < 5; ++i) QVERIFY(w->chart(i)->seriesCount() > 0);
+        QVERIFY(endsWith(w->chart(2)->data().series.at(0).name, " masse mini"));
+
+        // The radio buttons are the cells: V2.22, then the analytic V2.23.
+        auto radios = w->findChildren<QRadioButton*>("Option1");
+        QCOMPARE(radios.size(), qsizetype(2));
+        radios[0]->click();
+        QTRY_VERIFY(!f.wb.aspectRatio.analytic);
+        const std::vector<double> polars = allPoints(w->chart(3)->data());
+        radios[1]->click();
+        QCOMPARE(f.wb.sheet.text(F_ALLONGEMENT::Option1[0]), std::string("0"));
+        QVERIFY(!radios[0]->isChecked());
+        QVERIFY(f.wb.aspectRatio.analytic);
+        QTRY_VERIFY(allPoints(w->chart(3)->data()) != polars);
+
+        // The turn-speed slider moves b15 and the turn chart; an airfoil
+        // switched off leaves the charts.
+        const std::vector<double> turn = allPoints(w->chart(4)->data());
+        w->findChild<QSlider*>("HScroll1")->setValue(120);
+        QCOMPARE(f.wb.sheet.text(F_ALLONGEMENT::b15), std::string("120"));
+        QTRY_VERIFY(allPoints(w->chart(4)->data()) != turn);
+        w->findChildren<QCheckBox*>("Check2")[0]->click();
+        QTRY_COMPARE(w->chart(1)->data().series.size(), size_t(4));
+
+        // The pop-up shows a chart enlarged and follows the chosen aspect ratio.
+        QTest::mouseDClick(w->chart(1), Qt::LeftButton);
+        QVERIFY(w->popup()->isVisible());
+        QCOMPARE(w->popup()->chart()->data().title, w->chart(1)->data().title);
+        const std::vector<double> chosen = allPoints(w->popup()->chart()->data());
+        stepper(w, "Command1", 1)->click();
+        QVERIFY(allPoints(w->popup()->chart()->data()) != chosen);
+        QCOMPARE(allPoints(w->popup()->chart()->data()), allPoints(w->chart(1)->data()));
+
+        w->close();
+        QCOMPARE(f.wb.sheet.text(F_Main::Toolbar2[button::Allongement]), std::string("0"));
+        QVERIFY(!w->popup()->isVisible());
     }
 };
 

@@ -24,6 +24,7 @@
 #include "airfoils/polar_store.h"
 #include "airfoils/ui/airfoil_window.h"
 #include "airfoils/xfoil_runner.h"
+#include "design/ui/allongement_window.h"
 #include "design/ui/fuselage_panel.h"
 #include "design/ui/performance_window.h"
 #include "design/ui/settings_panel.h"
@@ -171,6 +172,7 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
 
 void MainWindow::buildPanelWindows() {
     addPanelWindow(button::Performances, new PerformanceWindow(wb_, bridge_));
+    addPanelWindow(button::Allongement, new AllongementWindow(wb_, bridge_));
 }
 
 void MainWindow::buildCentre() {

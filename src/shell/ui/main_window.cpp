@@ -24,7 +24,9 @@
 #include "airfoils/polar_store.h"
 #include "airfoils/ui/airfoil_window.h"
 #include "airfoils/xfoil_runner.h"
+#include "design/ui/allongement_window.h"
 #include "design/ui/fuselage_panel.h"
+#include "design/ui/performance_window.h"
 #include "design/ui/settings_panel.h"
 #include "design/ui/stab_panel.h"
 #include "design/ui/wing_panel.h"
@@ -168,7 +170,10 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
     return QMainWindow::eventFilter(watched, event);
 }
 
-void MainWindow::buildPanelWindows() {}
+void MainWindow::buildPanelWindows() {
+    addPanelWindow(button::Performances, new PerformanceWindow(wb_, bridge_));
+    addPanelWindow(button::Allongement, new AllongementWindow(wb_, bridge_));
+}
 
 void MainWindow::buildCentre() {
     auto* centre = new QWidget;

@@ -1,0 +1,175 @@
+#include "design/ui/analysis_controls.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QPainter>
+#include <QPointer>
+#include <QTimer>
+#include <algorithm>
+#include <cmath>
+
+#include "design/field_rules.h"
+#include "shell/ui/cell_widgets.h"
+#include "shell/ui/chart_panel.h"
+#include "shell/ui/sheet_bridge.h"
+#include "shell/workbench.h"
+
+namespace tarvokin::ui {
+
+namespace {
+
+void nameAfter(QWidget* w, Cell c) {
+    const CellDef& d = cellTable()[c.id];
+    w->setObjectName(QString::fromLatin1(d.name));
+    if (d.index >= 0) w->setProperty("index", d.index);
+}
+
+}  // namespace
+
+QToolButton* stepButton(const char* group, int index, Qt::ArrowType arrow, const QString& tooltip,
+                        std::function<void()> click) {
+    auto* b = new QToolButton;
+    b->setObjectName(QString::fromLatin1(group));
+    b->setProperty("index", index);
+    b->setArrowType(arrow);
+    b->setToolTip(tooltip);
+    b->setAutoRepeat(true);
+    QObject::connect(b, &QToolButton::clicked, b, [click = std::move(click)] { click(); });
+    return b;
+}
+
+CellRadio::CellRadio(SheetBridge& bridge, Cell cell, const QString& caption, QWidget* parent)
+    : QRadioButton(caption, parent), bridge_(bridge), cell_(cell) {
+    nameAfter(this, cell);
+    // The cells say which button of the group is set, not the widget siblings.
+    setAutoExclusive(false);
+    auto pull = [this] {
+        QSignalBlocker b(this);
+        setChecked(bridge_.workbench().sheet.val(cell_) != 0.0);
+    };
+    pull();
+    bridge_.watch(cell_, this, pull);
+    connect(this, &QRadioButton::clicked, this, [this](bool on) {
+        if (!on) {
+            QSignalBlocker b(this);
+            setChecked(true);
+            return;
+        }
+        Workbench& wb = bridge_.workbench();
+        wb.sheet.set(cell_, "1");
+        guarded(wb, [&] { onFieldChange(wb, cell_); });
+    });
+}
+
+CellSlider::CellSlider(SheetBridge& bridge, Cell cell, Qt::Orientation orientation, int low, int high,
+                       std::function<void(int)> move, QWidget* parent)
+    : QSlider(orientation, parent), bridge_(bridge), cell_(cell) {
+    nameAfter(this, cell);
+    setRange(low, high);
+    pull();
+    bridge_.watch(cell_, this, [this] { pull(); });
+    connect(this, &QSlider::valueChanged, this, [this, move = std::move(move)](int v) {
+        if (signalsBlocked()) return;
+        move(v);
+    });
+}
+
+void CellSlider::pull() {
+    const double v = bridge_.workbench().sheet.val(cell_);
+    if (!std::isfinite(v)) return;
+    const int position = static_cast<int>(std::lround(v));
+    if (position == value()) return;
+    QSignalBlocker b(this);
+    setValue(position);
+}
+
+DeferredRedraw::DeferredRedraw(QObject* owner, std::function<void()> redraw)
+    : QObject(owner), redraw_(std::move(redraw)) {}
+
+void DeferredRedraw::request() {
+    if (pending_) return;
+    pending_ = true;
+    QTimer::singleShot(0, this, [this] {
+        pending_ = false;
+        redraw_();
+    });
+}
+
+LegendStrip::LegendStrip(int columns, bool byColumn, QWidget* parent)
+    : QWidget(parent), columns_(columns), byColumn_(byColumn) {
+    auto* g = new QGridLayout(this);
+    g->setContentsMargins(4, 0, 4, 0);
+    g->setHorizontalSpacing(8);
+    g->setVerticalSpacing(1);
+    QFont small = font();
+    if (small.pointSizeF() > 0) {
+        small.setPointSizeF(small.pointSizeF() * 0.9);
+        setFont(small);
+    }
+}
+
+void LegendStrip::setEntries(const std::vector<LegendEntry>& entries) {
+    if (entries == entries_) return;
+    entries_ = entries;
+    auto* g = static_cast<QGridLayout*>(layout());
+    while (QLayoutItem* item = g->takeAt(0)) {
+        delete item->widget();
+        delete item;
+    }
+    const int n = static_cast<int>(entries_.size());
+    const int rows = std::max(1, (n + columns_ - 1) / columns_);
+    for (size_t i = 0; i < entries_.size(); ++i) {
+        const LegendEntry& e = entries_[i];
+        QPixmap sample(26, 10);
+        sample.fill(Qt::transparent);
+        QPainter p(&sample);
+        p.setRenderHint(QPainter::Antialiasing);
+        QPen pen(toQColor(e.colour));
+        pen.setWidthF(1.5);
+        pen.setStyle(e.style == linestyle::Dashed ? Qt::DashLine : Qt::SolidLine);
+        p.setPen(pen);
+        p.drawLine(QPointF(1, 5), QPointF(25, 5));
+        p.end();
+        auto* swatch = new QLabel;
+        swatch->setPixmap(sample);
+        auto* text = new QLabel(qs(e.text));
+        // A narrow window wraps a caption rather than being held wide by it.
+        text->setWordWrap(true);
+        const int k = static_cast<int>(i);
+        const int row = byColumn_ ? k % rows : k / columns_;
+        const int col = 2 * (byColumn_ ? k / rows : k % columns_);
+        g->addWidget(swatch, row, col);
+        g->addWidget(text, row, col + 1);
+    }
+    for (int c = 0; c < columns_; ++c) g->setColumnStretch(2 * c + 1, 1);
+}
+
+std::vector<LegendEntry> seriesLegend(const ChartData& d) {
+    std::vector<LegendEntry> out;
+    for (const ChartSeries& s : d.series)
+        if (s.inLegend && !s.name.empty()) out.push_back({s.name, s.colour, s.style});
+    return out;
+}
+
+std::vector<LegendEntry> markerLegend(const ChartData& d) {
+    std::vector<LegendEntry> out;
+    for (const ChartMarker& m : d.markers) {
+        if (m.label.empty()) continue;
+        LegendEntry e{m.label, m.colour, linestyle::Solid};
+        for (const ChartSeries& s : d.series)
+            if (!s.name.empty() && m.label.rfind(s.name + " (", 0) == 0) e.style = s.style;
+        out.push_back(e);
+    }
+    return out;
+}
+
+void followPanelRefresh(Workbench& wb, int button, QObject* owner, std::function<void()> after) {
+    std::function<void(Workbench&)> before = wb.panelRefresh[button];
+    QPointer<QObject> alive(owner);
+    wb.panelRefresh[button] = [before = std::move(before), alive, after = std::move(after)](Workbench& w) {
+        if (before) before(w);
+        if (alive) after();
+    };
+}
+
+}  // namespace tarvokin::ui

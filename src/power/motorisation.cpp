@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <set>
 
+#include "design/performance.h"
 #include "power/motor_relations.h"
 #include "power/motor_table.h"
 #include "project/numbers.h"
@@ -203,8 +204,19 @@ void RefreshMotorisation(Workbench& wb) {
     wb.sheet.set(F_3D::h3, fixedOrDash(Equilibre_Puissances(wb).levelSpeed, 1));
 }
 
+void PowerSweeps(Workbench& wb) {
+    if (wb.isOpen(button::Performances)) return;
+    for (int slot = 0; slot < 6; ++slot) CalculPerformances(wb, slot % 3, slot / 3, slot);
+}
+
 void OpenMotorisation(Workbench& wb) {
     FillMotorCombo(wb);
+    PowerSweeps(wb);
+    RefreshMotorisation(wb);
+}
+
+void RefreshMotorTab(Workbench& wb) {
+    PowerSweeps(wb);
     RefreshMotorisation(wb);
 }
 

@@ -52,7 +52,16 @@ PowerBalance Equilibre_Puissances(const Workbench& wb);
 // the level speed into the design window's h3.
 void RefreshMotorisation(Workbench& wb);
 
-// Opening the motorisation window: its motor list, then its refresh.
+// The six speed-polar tables that the power balance and the climb rates read,
+// swept now from the design as it stands, unless the performance window is
+// open: its refresh keeps them current at every recalculation.
+void PowerSweeps(Workbench& wb);
+
+// Opening the motorisation window: its motor list, the sweeps, then its refresh.
 void OpenMotorisation(Workbench& wb);
+
+// The design window's motor tab coming to the front: the sweeps and the
+// refresh of the motorisation figures, h3 included.
+void RefreshMotorTab(Workbench& wb);
 
 }  // namespace tarvokin

@@ -47,6 +47,7 @@ bool PowerFieldChange(Workbench& wb, Cell c) {
 void registerPowerPanels(Workbench& wb) {
     wb.panelRefresh[button::CalcMot] = [](Workbench& w) {
         CALC08(w);
+        PowerSweeps(w);
         MajMotorisation(w);
     };
     wb.panelRefresh[button::Motorisation] = OpenMotorisation;

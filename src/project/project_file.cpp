@@ -170,6 +170,10 @@ std::vector<ProjectKey> buildTable() {
     add("Accus", "Type", F_3D::Combo1, "Lipo / Li-ion", Kind::ListText);
     add("Accus", "Nb_Elem", F_3D::Combo2, "0", Kind::ListText);
     add("Accus", "Capacité", F_3D::Option1[0], "0", Kind::OptionIndex);
+    // "Capacité" has always held the index of the battery options, not the
+    // capacity typed in mAh; the capacity gets its own key so that run time
+    // and discharge come back with the project. Older files lack it: 0.
+    add("Accus", "Capacité_mAh", F_3D::b6, "0", Kind::Number);
     add("Moteur", "Type", F_3D::Combo4, "Brushless", Kind::ListText);
     add("Moteur", "Marque", F_3D::Moteur_Marque, "", Kind::Text);
     add("Moteur", "Modele", F_3D::Moteur_Modele, "", Kind::Text);

@@ -2,10 +2,13 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <sstream>
 
 #include "design/field_rules.h"
 #include "power/motorisation.h"
+#include "project/numbers.h"
 #include "project/profile_file.h"
+#include "shell/cli.h"
 #include "shell/session.h"
 #include "shell/workbench.h"
 #include "support/temp_dir.h"
@@ -113,4 +116,30 @@ TEST(Motorisation, PowerBalanceCrossesPastTheSecondPoint) {
     in.s.set(F_3D::d6, "0.1");
     RefreshMotorisation(in.wb);
     EXPECT_EQ(in.s.text(F_3D::h3), "-");
+}
+
+// The balance and the climb rates need the speed polar of the model; the
+// motorisation window sweeps it as it opens, with or without the performance
+// window, so the demo model flies level with a catalogue motor at once.
+TEST(Motorisation, OpeningSweepsTheModelForTheBalanceAndTheClimb) {
+    TempDir home;
+    test::copyInstallation(home.path());
+    const std::string demo = (home.path() / "MODELES" / "DEMO.MDL").string();
+    std::ostringstream out, err;
+    ASSERT_EQ(runCli({"fields", demo, "--home", home.path().string(), "--open", "20", "--set",
+                      "F_MOTORISATIONS.CB_MOT=AXI@2820/10"},
+                     TARVOKIN_CLI, out, err),
+              0)
+        << err.str();
+    auto field = [&](const std::string& name) {
+        const std::string text = out.str(), key = "\n" + name + "=";
+        const size_t at = text.find(key);
+        return at == std::string::npos ? std::string("?") : text.substr(at + key.size(), text.find('\n', at + 1) - at - key.size());
+    };
+    for (const char* climb : {"F_3D.h4", "F_3D.h6"}) EXPECT_NE(field(climb), "-") << climb;
+    // 3 Lipo cells (10.5 V) at 1200 rpm/V on a 6-inch pitch: 115.2 km/h of pitch speed.
+    double level = 0;
+    ASSERT_TRUE(tryNumber(field("F_3D.h3"), level)) << field("F_3D.h3");
+    EXPECT_GT(level, 30.0);
+    EXPECT_LT(level, 1200 * 10.5 * 6 * 25.4 * 60 / 1e6);
 }

@@ -120,7 +120,7 @@ TEST_F(ProjectFile, RoundTripGivesBackEveryInput) {
         {F_GEO_SF_REGLAGES::C29, "5"},    {F_GEO_SF_REGLAGES::F29, "0.45"}, {F_3D::T_Fus, "13421772"},
         {F_3D::Ch_Winglets, "0"},         {F_3D::Moteur_Marque, "Graupner"}, {F_3D::Moteur_Modele, "X 2/3"},
         {F_3D::d6, "18"},                 {F_3D::d7, "1.5"},                {F_3D::f5, "10"},
-        {F_3D::f6, "6"},                  {F_3D::Helice_Modele, "APC 10x6"}};
+        {F_3D::f6, "6"},                  {F_3D::Helice_Modele, "APC 10x6"}, {F_3D::b6, "2200"}};
     for (const auto& [c, v] : inputs) s.set(c, v);
     s.setListIndex(F_3D::Combo9, 2);
     s.setListIndex(F_3D::Combo10, 1);
@@ -393,6 +393,7 @@ TEST_F(ProjectFile, ShippedDemoModelLoads) {
     EXPECT_EQ(s.text(F_GEO_FUS::Couple_Y1[3]), "33");
     EXPECT_EQ(s.text(F_GEO_FUS::Ribs[35]), "1305");
     EXPECT_EQ(s.text(F_3D::Option1[0]), "1");  // the classic design with its stabiliser
+    EXPECT_EQ(s.text(F_3D::b6), "2200");
     EXPECT_EQ(s.text(F_3D::Combo2), "3");
     EXPECT_EQ(s.text(F_3D::Combo6), "Générique");
     EXPECT_EQ(s.text(F_3D::f5), "10");

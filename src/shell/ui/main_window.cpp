@@ -29,7 +29,11 @@
 #include "design/ui/performance_window.h"
 #include "design/ui/settings_panel.h"
 #include "design/ui/stab_panel.h"
+#include "design/ui/tail_tools_windows.h"
 #include "design/ui/wing_panel.h"
+#include "power/ui/calc_mot_window.h"
+#include "power/ui/motorisation_window.h"
+#include "power/ui/servos_window.h"
 #include "project/file_spelling.h"
 #include "shell/progress.h"
 #include "shell/session.h"
@@ -173,6 +177,9 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
 void MainWindow::buildPanelWindows() {
     addPanelWindow(button::Performances, new PerformanceWindow(wb_, bridge_));
     addPanelWindow(button::Allongement, new AllongementWindow(wb_, bridge_));
+    addPanelWindow(button::CalcMot, new CalcMotWindow(wb_, bridge_));
+    addPanelWindow(button::Motorisation, new MotorisationWindow(wb_, bridge_));
+    addPanelWindow(button::Servos, new ServosWindow(wb_, bridge_));
 }
 
 void MainWindow::buildCentre() {
@@ -374,6 +381,26 @@ void MainWindow::buildMenus() {
     cnc->setObjectName("IM_CNC");
     entry(cnc, "IM_GEN_Couples", QStringLiteral("&Génération des Couples"))->setProperty("button", 27);
     entry(cnc, "IM_GEN_FUS", QStringLiteral("&Génération du Fuselage"));
+
+    // The tail calculators write nothing to the project: plain windows, made
+    // at first use and shown again by their entries.
+    QMenu* tools = menuBar()->addMenu(QStringLiteral("&Outils"));
+    tools->setObjectName("IM_OUTILS");
+    auto toolWindow = [this](const char* name, auto make) {
+        QWidget* w = findChild<QWidget*>(QString::fromLatin1(name), Qt::FindDirectChildrenOnly);
+        if (!w) {
+            w = make();
+            w->setParent(this, Qt::Window);
+        }
+        w->show();
+        w->raise();
+        w->activateWindow();
+    };
+    connect(entry(tools, "IM_STAB", QStringLiteral("&Calcul de la Surface du Stab"), true), &QAction::triggered, this,
+            [this, toolWindow] { toolWindow("F_STAB", [this] { return new StabWindow(bridge_); }); });
+    connect(entry(tools, "IM_STAB_VE", QStringLiteral("&Equivalence Stab V <> Stab Normal"), true),
+            &QAction::triggered, this,
+            [this, toolWindow] { toolWindow("F_STAB_VE", [this] { return new StabVEWindow(bridge_); }); });
 
     QMenu* lang = menuBar()->addMenu(QStringLiteral("&Langue"));
     lang->setObjectName("IM_Lnguage");

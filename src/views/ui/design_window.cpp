@@ -15,6 +15,7 @@
 
 #include "design/field_rules.h"
 #include "design/panel_edit.h"
+#include "power/motorisation.h"
 #include "project/numbers.h"
 #include "shell/ui/cell_widgets.h"
 #include "shell/ui/form_helpers.h"
@@ -38,6 +39,8 @@ QLabel* wrapped(CellLabel* l) {
 
 // The static margin runs in tenths of a percent on the CG slider.
 constexpr int kMarginSteps = 10;
+
+constexpr int kMotorTab = 5;
 
 }  // namespace
 
@@ -73,6 +76,11 @@ DesignWindow::DesignWindow(Workbench& wb, SheetBridge& b, std::function<void(int
     tabs_->addTab(centringTab(), QStringLiteral("Centrage"));
     tabs_->addTab(motorTab(), QStringLiteral("Moteur"));
     ll->addWidget(tabs_, 1);
+    // The motor figures are computed when their tab comes up, so that they
+    // follow the design as it stands (masses, polars, the chosen motor).
+    connect(tabs_, &QTabWidget::currentChanged, this, [this](int index) {
+        if (index == kMotorTab) guarded(wb_, [this] { RefreshMotorTab(wb_); });
+    });
     split->addWidget(left);
 
     auto* right = new QWidget;
@@ -96,7 +104,7 @@ void DesignWindow::setViewArea(QWidget* view) {
     viewPlace_->addWidget(view_);
 }
 
-void DesignWindow::showMotorTab() { tabs_->setCurrentIndex(5); }
+void DesignWindow::showMotorTab() { tabs_->setCurrentIndex(kMotorTab); }
 
 QWidget* DesignWindow::wingTab() {
     auto* w = new QWidget;
@@ -322,6 +330,22 @@ QWidget* DesignWindow::motorTab() {
     addField(bridge_, pf, QStringLiteral("Diamètre (pouces)"), F_3D::f5);
     addField(bridge_, pf, QStringLiteral("Pas (pouces)"), F_3D::f6);
     top->addWidget(prop);
+
+    // The results of the power train as a whole; the level speed needs the
+    // motor chosen in the motorisation window and shows "-" until then.
+    auto* results = new QGroupBox(QStringLiteral("Résultats"));
+    auto* rf = new QFormLayout(results);
+    addResult(bridge_, rf, QStringLiteral("Tension (V)"), F_3D::b7);
+    addResult(bridge_, rf, QStringLiteral("Décharge (xC)"), F_3D::b8);
+    addResult(bridge_, rf, QStringLiteral("Rendement moteur"), F_3D::B89);
+    addResult(bridge_, rf, QStringLiteral("Kv (Tr/min:V)"), F_3D::d8);
+    addResult(bridge_, rf, QStringLiteral("Régime (Tr/min)"), F_3D::f7);
+    addResult(bridge_, rf, QStringLiteral("T statique (g)"), F_3D::f8);
+    addResult(bridge_, rf, QStringLiteral("Temps moteur (min)"), F_3D::h8);
+    addResult(bridge_, rf, QStringLiteral("Vz montée masse mini (m/s)"), F_3D::h4);
+    addResult(bridge_, rf, QStringLiteral("Vz montée masse maxi (m/s)"), F_3D::h6);
+    addResult(bridge_, rf, QStringLiteral("Vitesse palier (Km/h)"), F_3D::h3);
+    top->addWidget(results);
     top->addStretch(1);
     return w;
 }

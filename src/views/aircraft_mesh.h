@@ -42,6 +42,12 @@ struct AircraftView {
     float ZoomSensitivity = 1.0f;     // distance a pixel
     bool NeedsRedraw = false;         // asks the frame loop for a frame
     AircraftParts parts;
+    // Interaction state of the view (design_view.h).
+    int LastMouseX = 0, LastMouseY = 0;
+    bool LightFollowsView = false;  // the light orbits instead of the camera
+    int LampMesh = 0;               // mesh that marks the light, 0 for none
+    int HoverFace = 0;              // face outlined under the mouse, 0 for none
+    float PickedReflectivity = 0;   // of the face under the last right press
 };
 
 // The full rebuild: PrepareView, the scene cleared (camera and light kept),

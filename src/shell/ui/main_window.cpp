@@ -25,6 +25,7 @@
 #include "airfoils/ui/airfoil_window.h"
 #include "airfoils/xfoil_runner.h"
 #include "design/ui/allongement_window.h"
+#include "design/recalc.h"
 #include "design/ui/fuselage_panel.h"
 #include "design/ui/performance_window.h"
 #include "design/ui/settings_panel.h"
@@ -42,7 +43,7 @@
 #include "shell/ui/sheet_bridge.h"
 #include "shell/ui/toolbar_icons.h"
 #include "shell/workbench.h"
-#include "views/ui/design_summary.h"
+#include "views/ui/design_view_area.h"
 #include "views/ui/design_window.h"
 
 namespace tarvokin::ui {
@@ -183,10 +184,9 @@ void MainWindow::buildPanelWindows() {
 }
 
 void MainWindow::buildCentre() {
-    auto* centre = new QWidget;
-    auto* row = new QHBoxLayout(centre);
-    row->setContentsMargins(4, 4, 4, 4);
-
+    // The design window holds the centre; the geometry panels (wing, stab,
+    // fuselage: one place, one at a time) and the settings stand beside it
+    // as docks the modeller can move, float or close.
     designStack_ = new QStackedWidget;
     designPanels_[button::Wing] = new WingPanel(bridge_);
     designPanels_[button::Stab] = new StabPanel(bridge_);
@@ -195,23 +195,34 @@ void MainWindow::buildCentre() {
     designPlace_ = new QScrollArea;
     designPlace_->setWidget(designStack_);
     designPlace_->setWidgetResizable(true);
-    designPlace_->setMinimumWidth(560);
-    row->addWidget(designPlace_, 3);
-
-    design_ = new DesignWindow(wb_, bridge_, [this](int b) { TogglePanel(wb_, b); });
-    auto* summary = new QScrollArea;
-    summary->setWidget(new DesignSummary(bridge_));
-    summary->setWidgetResizable(true);
-    design_->setViewArea(summary);
-    row->addWidget(design_, 5);
+    designPlace_->setMinimumWidth(520);
+    designDock_ = new QDockWidget(QStringLiteral("Géométrie"), this);
+    designDock_->setObjectName("DesignPanelsDock");
+    designDock_->setWidget(designPlace_);
+    addDockWidget(Qt::LeftDockWidgetArea, designDock_);
 
     settingsPlace_ = new QScrollArea;
-    auto* settings = new SettingsPanel(bridge_);
-    settingsPlace_->setWidget(settings);
+    settingsPlace_->setWidget(new SettingsPanel(bridge_));
     settingsPlace_->setWidgetResizable(true);
-    settingsPlace_->setMinimumWidth(340);
-    row->addWidget(settingsPlace_, 2);
-    setCentralWidget(centre);
+    settingsDock_ = new QDockWidget(QStringLiteral("Règlages"), this);
+    settingsDock_->setObjectName("SettingsDock");
+    settingsDock_->setWidget(settingsPlace_);
+    addDockWidget(Qt::LeftDockWidgetArea, settingsDock_);
+
+    // Closing a dock by its own button is the same as its toolbar button.
+    connect(designDock_, &QDockWidget::visibilityChanged, this, [this](bool visible) {
+        if (visible || syncingDocks_ || quitting_ || !designDock_->isHidden()) return;
+        for (int b : {button::Wing, button::Stab, button::Fuselage})
+            if (wb_.isOpen(b)) TogglePanel(wb_, b);
+    });
+    connect(settingsDock_, &QDockWidget::visibilityChanged, this, [this](bool visible) {
+        if (!visible && !syncingDocks_ && !quitting_ && settingsDock_->isHidden() && wb_.isOpen(button::Reglages))
+            TogglePanel(wb_, button::Reglages);
+    });
+
+    design_ = new DesignWindow(wb_, bridge_, [this](int b) { TogglePanel(wb_, b); });
+    design_->setViewArea(new DesignViewArea(wb_, bridge_));
+    setCentralWidget(design_);
 }
 
 bool MainWindow::computePolar(int slot, int reynolds) {
@@ -429,13 +440,45 @@ void MainWindow::buildMenus() {
     });
 }
 
+bool MainWindow::slotsNeedPolars() const {
+    for (int slot = 0; slot < 3; ++slot) {
+        if (wb_.sheet.text(F_PROFILS::CB_1[slot]).empty()) continue;
+        bool any = false;
+        for (const PolarRecord& r : wb_.polars.Polars[static_cast<size_t>(slot)]) any = any || r.LastRow > 0;
+        if (!any) return true;
+    }
+    return false;
+}
+
+void MainWindow::ensureSlotPolars() {
+    // The analysis windows read the polars of the three airfoil slots; a
+    // project just opened has named them but not read them yet. Read (or
+    // compute) them as the airfoil window does, then bring the figures up to date.
+    if (!slotsNeedPolars() || airfoils_->busy()) return;
+    for (int slot = 0; slot < 3; ++slot) {
+        if (!wb_.sheet.text(F_PROFILS::CB_1[slot]).empty()) airfoils_->select(slot);
+    }
+    guarded(wb_, [this] { RecalcAll(wb_); });
+}
+
 void MainWindow::panelTagsChanged() {
+    bool analysisOpened = false;
+    for (int b : {button::Performances, button::Allongement, button::CalcMot, button::Motorisation}) {
+        const bool open = wb_.isOpen(b);
+        if (open && !analysisOpen_[b]) analysisOpened = true;
+        analysisOpen_[b] = open;
+    }
+    if (analysisOpened && slotsNeedPolars())
+        QMetaObject::invokeMethod(this, [this] { ensureSlotPolars(); }, Qt::QueuedConnection);
     int shown = 0;
     for (int b : {button::Wing, button::Stab, button::Fuselage}) {
         if (wb_.isOpen(b)) shown = b;
     }
     if (shown != 0) designStack_->setCurrentWidget(designPanels_[shown]);
-    designPlace_->setVisible(shown != 0);
+    syncingDocks_ = true;
+    designDock_->setVisible(shown != 0);
+    settingsDock_->setVisible(wb_.isOpen(button::Reglages));
+    syncingDocks_ = false;
     design_->setVisible(wb_.isOpen(button::View3D));
     if (wb_.isOpen(button::CalcMot) || wb_.isOpen(button::Motorisation)) {
         // The motor windows work with the motor tab of the design window.
@@ -444,7 +487,6 @@ void MainWindow::panelTagsChanged() {
         if (motorJustOpened) design_->showMotorTab();
     }
     motorTabShown_ = {wb_.isOpen(button::CalcMot), wb_.isOpen(button::Motorisation)};
-    settingsPlace_->setVisible(wb_.isOpen(button::Reglages));
     const bool profils = wb_.isOpen(button::Profils);
     if (profils != airfoilDock_->isVisible()) {
         syncingDocks_ = true;

@@ -54,6 +54,8 @@ private:
     void buildAirfoilDock();
     void buildPanelWindows();
     void panelTagsChanged();
+    bool slotsNeedPolars() const;
+    void ensureSlotPolars();
     void openPreferences();
     void openInEditor(const QString& relativePath, const QString& missingMessage = {});
 
@@ -68,7 +70,10 @@ private:
     AirfoilWindow* airfoils_ = nullptr;
     DesignWindow* design_ = nullptr;
     std::array<bool, 2> motorTabShown_{};
+    std::map<int, bool> analysisOpen_;
     QDockWidget* airfoilDock_ = nullptr;
+    QDockWidget* designDock_ = nullptr;
+    QDockWidget* settingsDock_ = nullptr;
     bool syncingDocks_ = false;
     bool quitting_ = false;
 };

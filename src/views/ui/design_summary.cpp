@@ -11,7 +11,7 @@ namespace tarvokin::ui {
 using namespace F_3D;
 
 DesignSummary::DesignSummary(SheetBridge& b, QWidget* parent) : QWidget(parent) {
-    setObjectName("F_3D");
+    setObjectName("Resume");
     auto* top = new QVBoxLayout(this);
     auto* name = new CellLabel(b, T_NOM_Modele);
     QFont big = name->font();

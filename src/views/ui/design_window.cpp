@@ -21,6 +21,7 @@
 #include "shell/ui/form_helpers.h"
 #include "shell/ui/sheet_bridge.h"
 #include "shell/workbench.h"
+#include "views/ui/design_summary.h"
 
 namespace tarvokin::ui {
 
@@ -75,6 +76,7 @@ DesignWindow::DesignWindow(Workbench& wb, SheetBridge& b, std::function<void(int
     tabs_->addTab(fuselageTab(), QStringLiteral("Fuselage"));
     tabs_->addTab(centringTab(), QStringLiteral("Centrage"));
     tabs_->addTab(motorTab(), QStringLiteral("Moteur"));
+    tabs_->addTab(new DesignSummary(bridge_), QStringLiteral("Résumé"));
     ll->addWidget(tabs_, 1);
     // The motor figures are computed when their tab comes up, so that they
     // follow the design as it stands (masses, polars, the chosen motor).

@@ -1,0 +1,203 @@
+#include "views/ui/design_view_area.h"
+
+#include <QButtonGroup>
+#include <QColorDialog>
+#include <QFileDialog>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QMenu>
+#include <QWidgetAction>
+#include <QPushButton>
+#include <QSplitter>
+#include <QStackedWidget>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include "shell/ui/cell_widgets.h"
+#include "shell/ui/sheet_bridge.h"
+#include "shell/workbench.h"
+#include "views/design_view.h"
+#include "views/plan_export.h"
+#include "views/ui/plan_widget.h"
+#include "views/ui/qimage_surface.h"
+#include "views/ui/view3d_widget.h"
+
+namespace tarvokin::ui {
+
+namespace {
+
+const char* const kRenderCaptions[5] = {"Vue Contour", "Vue Filaire", "Vue Solide", "Vue Transparent", "Vue Surface"};
+const char* const kSwitchCaptions[10] = {"aile G",         "aile D",  "Stab",          "Fuselage",    "Correction des couleurs",
+                                         "Ambiance",       "Surface métallique", "Dérive", "Text On/Off", "Axes On/Off"};
+
+struct Sample {
+    Cell cell;
+    const char* caption;
+};
+const Sample kSamples[6] = {{F_3D::T_Backolor, "Couleur de Fond de la fenêtre 3D"},
+                            {F_3D::T_Ailes, "Ailes"},
+                            {F_3D::T_Stab, "Stab"},
+                            {F_3D::T_Derive, "Dérive"},
+                            {F_3D::T_Fus, "Fuselage"},
+                            {F_3D::T_Filaire, "Filaire"}};
+
+void paintSample(QPushButton* b, const std::string& packed) {
+    const QColor c = ToQColor(static_cast<PackedColour>(std::strtoul(packed.c_str(), nullptr, 10)));
+    b->setStyleSheet(QStringLiteral("QPushButton { text-align: left; padding-left: 22px; }"));
+    QPixmap swatch(14, 14);
+    swatch.fill(c);
+    b->setIcon(QIcon(swatch));
+}
+
+}  // namespace
+
+DesignViewArea::DesignViewArea(Workbench& wb, SheetBridge& b, QWidget* parent)
+    : QWidget(parent), wb_(wb), bridge_(b) {
+    setObjectName("ViewArea");
+    auto* top = new QVBoxLayout(this);
+    top->setContentsMargins(0, 0, 0, 0);
+
+    // Drawing buttons, then a row of view buttons.
+    auto* bar = new QHBoxLayout;
+    auto* renderGroup = new QButtonGroup(this);
+    for (int i = 1; i <= 4; ++i) {
+        auto* t = new QToolButton;
+        t->setText(QString::fromUtf8(kRenderCaptions[i]));
+        t->setObjectName("pb1");
+        t->setProperty("index", i);
+        t->setCheckable(true);
+        t->setChecked(wb_.sheet.on(F_3D::pb1[i]));
+        renderGroup->addButton(t, i);
+        render_[static_cast<size_t>(i)] = t;
+        bar->addWidget(t);
+    }
+    connect(renderGroup, &QButtonGroup::idClicked, this, [this](int i) {
+        guarded(wb_, [&] { PressRenderButton(wb_, i); });
+        view3d_->requestFrame();
+    });
+    bar->addStretch(1);
+    top->addLayout(bar);
+    // Second row: the views, the drawing switches, the export.
+    bar = new QHBoxLayout;
+    auto* viewGroup = new QButtonGroup(this);
+    for (PlanView v : {PlanView::Profil, PlanView::Dessus, PlanView::Face, PlanView::Vue3D}) {
+        auto* t = new QToolButton;
+        t->setText(QString::fromUtf8(PlanViewCaption(v)));
+        t->setObjectName("PB_2D");
+        t->setProperty("index", static_cast<int>(v));
+        t->setCheckable(true);
+        t->setChecked(v == PlanView::Vue3D);
+        viewGroup->addButton(t, static_cast<int>(v));
+        bar->addWidget(t);
+    }
+    connect(viewGroup, &QButtonGroup::idClicked, this, [this](int v) { showView(static_cast<PlanView>(v)); });
+    bar->addStretch(1);
+    auto* exportButton = new QToolButton;
+    exportButton->setObjectName("PB_EXPORT");
+    exportButton->setText(QStringLiteral("Exporter le plan…"));
+    exportButton->setToolTip(QStringLiteral("Plan à l'échelle 1, en millimètres (SVG ou DXF)"));
+    connect(exportButton, &QToolButton::clicked, this, [this] {
+        const QString file = QFileDialog::getSaveFileName(this, QStringLiteral("Exporter le plan"), QString(),
+                                                          QStringLiteral("Plan SVG (*.svg);;Plan DXF (*.dxf)"));
+        if (!file.isEmpty()) exportPlan(file);
+    });
+    bar->addWidget(exportButton);
+    top->addLayout(bar);
+
+    auto* row = new QHBoxLayout;
+    auto* split = new QSplitter(Qt::Vertical);
+    stack_ = new QStackedWidget;
+    view3d_ = new View3DWidget(wb_);
+    flat_ = new PlanWidget({});
+    flat_->setObjectName("Picture2");
+    stack_->addWidget(view3d_);
+    stack_->addWidget(flat_);
+    split->addWidget(stack_);
+    centring_ = new PlanWidget([this] { return DrawCentringPlan(wb_); });
+    centring_->setObjectName("Picture4");
+    centring_->setMinimumHeight(170);
+    split->addWidget(centring_);
+    split->setStretchFactor(0, 3);
+    split->setStretchFactor(1, 1);
+    row->addWidget(split, 1);
+    split->setSizes({520, 200});
+
+    // Drawing switches and colour samples, in a drop-down panel of the bar so
+    // the picture keeps the width.
+    auto* sidePanel = new QWidget;
+    auto* side = new QVBoxLayout(sidePanel);
+    auto* switches = new QGroupBox(QStringLiteral("Affichage"));
+    auto* sl = new QVBoxLayout(switches);
+    for (int i = 0; i < 10; ++i) {
+        auto* c = new CellCheck(bridge_, F_3D::Check1[i], QString::fromUtf8(kSwitchCaptions[i]));
+        c->setProperty("index", i);
+        sl->addWidget(c);
+        bridge_.watch(F_3D::Check1[i], this, [this, i] {
+            guarded(wb_, [&] { ViewSwitchChanged(wb_, i); });
+            view3d_->requestFrame();
+        });
+    }
+    side->addWidget(switches);
+    auto* colours = new QGroupBox(QStringLiteral("Couleurs"));
+    auto* cl = new QVBoxLayout(colours);
+    for (int i = 0; i < 6; ++i) {
+        auto* sample = new QPushButton(QString::fromUtf8(kSamples[i].caption));
+        sample->setObjectName("command1");
+        sample->setProperty("index", i);
+        paintSample(sample, wb_.sheet.text(kSamples[i].cell));
+        bridge_.watch(kSamples[i].cell, sample, [this, sample, i] { paintSample(sample, wb_.sheet.text(kSamples[i].cell)); });
+        connect(sample, &QPushButton::clicked, this, [this, i] { chooseColour(i); });
+        cl->addWidget(sample);
+    }
+    side->addWidget(colours);
+    auto* menu = new QMenu(this);
+    auto* holder = new QWidgetAction(menu);
+    holder->setDefaultWidget(sidePanel);
+    menu->addAction(holder);
+    auto* display = new QToolButton;
+    display->setObjectName("PB_AFFICHAGE");
+    display->setText(QStringLiteral("Affichage"));
+    display->setPopupMode(QToolButton::InstantPopup);
+    display->setMenu(menu);
+    bar->insertWidget(bar->count() - 1, display);
+    top->addLayout(row, 1);
+
+    // The master recalculation redraws the design window and its plans.
+    wb_.panelRefresh[button::View3D] = [this](Workbench&) { redrawAll(); };
+}
+
+void DesignViewArea::showView(PlanView v) {
+    view_ = v;
+    if (v == PlanView::Vue3D) {
+        stack_->setCurrentWidget(view3d_);
+        view3d_->requestFrame();
+    } else {
+        flat_->setMaker([this, v] { return DrawViews(wb_, v).value_or(Plan{}); });
+        stack_->setCurrentWidget(flat_);
+    }
+}
+
+void DesignViewArea::redrawAll() {
+    view3d_->rebuild();
+    centring_->refresh();
+    if (view_ != PlanView::Vue3D) flat_->refresh();
+}
+
+bool DesignViewArea::exportPlan(const QString& file) {
+    const Plan& plan = view_ == PlanView::Vue3D ? centring_->plan() : flat_->plan();
+    const std::string path = file.toStdString();
+    const bool dxf = file.endsWith(QStringLiteral(".dxf"), Qt::CaseInsensitive);
+    return dxf ? SavePlanDxf(plan, path) : SavePlanSvg(plan, path);
+}
+
+void DesignViewArea::chooseColour(int i) {
+    const Cell cell = kSamples[i].cell;
+    const QColor start = ToQColor(static_cast<PackedColour>(std::strtoul(wb_.sheet.text(cell).c_str(), nullptr, 10)));
+    const QColor c = QColorDialog::getColor(start, this, QString::fromUtf8(kSamples[i].caption));
+    if (!c.isValid()) return;
+    guarded(wb_, [&] { SetViewColour(wb_, cell, FromQColor(c)); });
+    view3d_->requestFrame();
+}
+
+}  // namespace tarvokin::ui

@@ -1,0 +1,34 @@
+// A picture area that paints a plan (the centring plan, the plan from above,
+// the flat views) to fit, outlines first and labels last.
+#pragma once
+
+#include <QWidget>
+#include <functional>
+
+#include "views/plan.h"
+
+namespace tarvokin::ui {
+
+class PlanWidget : public QWidget {
+    Q_OBJECT
+public:
+    // `make` builds the plan from the fields each time the picture is redrawn.
+    PlanWidget(std::function<Plan()> make, QWidget* parent = nullptr);
+
+    void setMaker(std::function<Plan()> make);
+    // Rebuilds the plan and repaints.
+    void refresh();
+    const Plan& plan() const { return plan_; }
+
+protected:
+    void paintEvent(QPaintEvent* e) override;
+
+private:
+    std::function<Plan()> make_;
+    Plan plan_;
+};
+
+// Paints a plan into a rectangle of a painter, scaled to fit.
+void paintPlan(QPainter& p, const Plan& plan, const QRectF& area);
+
+}  // namespace tarvokin::ui

@@ -52,8 +52,9 @@ class PerformanceWindowTest : public QObject {
     Q_OBJECT
 
     struct Fixture : test::MainWindowFixture {
-        Fixture() {
+        explicit Fixture(bool airfoilsFirst = true) {
             // The curves need the polars of the three airfoil slots.
+            if (!airfoilsFirst) return;
             window->toolbarButton(button::Profils)->trigger();
             QTRY_VERIFY(wb.sheet.text(F_PROFILS::T_CXMin[2]) != "0");
         }
@@ -71,6 +72,17 @@ class PerformanceWindowTest : public QObject {
     };
 
 private slots:
+    void openingFirstReadsTheAirfoilsPolars() {
+        Fixture f(false);
+        f.open(button::Performances);
+        // The slots' polars are read before the figures are trusted: a
+        // glide ratio without airfoil drag would be far above any glider's.
+        QTRY_VERIFY(f.wb.polars.Polars[0][3].LastRow > 0);
+        double best = 0;
+        for (const PerfPoint& p : f.wb.perf.PerfTable[0]) best = std::max(best, p.Finesse);
+        QVERIFY(best > 10 && best < 35);
+    }
+
     void speedPolarWindowFollowsTheAltitude() {
         Fixture f;
         f.open(button::Performances);

@@ -8,6 +8,7 @@
 #include <QtTest>
 
 #include "design/field_rules.h"
+#include "project/profile_file.h"
 #include "main_window_fixture.h"
 #include "views/ui/design_view_area.h"
 #include "views/ui/design_window.h"
@@ -77,6 +78,21 @@ private slots:
         QTRY_VERIFY(f.view()->picture() != before);
         QVERIFY(f.area()->centringPlan()->plan().bounds().width() > 0);
         QVERIFY(planWidth > 0);
+    }
+
+    void photoModePutsTheViewsImageBehindItsPlan() {
+        Fixture f;
+        QImage photo(40, 20, QImage::Format_RGB32);
+        photo.fill(Qt::green);
+        const QString file = QString::fromStdString((f.dir.path() / "profil.png").string());
+        QVERIFY(photo.save(file));
+        f.area()->showView(PlanView::Profil);
+        f.area()->loadPhoto(PlanView::Profil, file);
+        QCOMPARE(ReadProfileString("IMAGES", "Photo_Profil", "", f.wb.projectFilePath), file.toStdString());
+        QVERIFY(f.area()->flatView()->hasBackground());
+        QVERIFY(!f.area()->centringPlan()->hasBackground());  // no image for that view
+        f.area()->setPhotoMode(false);
+        QVERIFY(!f.area()->flatView()->hasBackground());
     }
 
     void theDesignButtonHidesTheWindowAndTheMotorButtonsShowTheirTab() {

@@ -14,6 +14,7 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include "project/profile_file.h"
 #include "shell/ui/cell_widgets.h"
 #include "shell/ui/sheet_bridge.h"
 #include "shell/workbench.h"
@@ -103,6 +104,27 @@ DesignViewArea::DesignViewArea(Workbench& wb, SheetBridge& b, QWidget* parent)
         if (!file.isEmpty()) exportPlan(file);
     });
     bar->addWidget(exportButton);
+
+    // Command9: "Mode Photo", "Mode Dessin" and one background image per view.
+    auto* photoMenu = new QMenu(this);
+    photoMenu->addAction(QStringLiteral("Mode Photo"), this, [this] { setPhotoMode(true); });
+    photoMenu->addAction(QStringLiteral("Mode Dessin"), this, [this] { setPhotoMode(false); });
+    photoMenu->addSeparator();
+    for (PlanView v : {PlanView::Profil, PlanView::Dessus, PlanView::Face, PlanView::Vue3D}) {
+        const QString caption = v == PlanView::Vue3D ? QStringLiteral("Centrage") : QString::fromUtf8(PlanViewCaption(v));
+        photoMenu->addAction(QStringLiteral("Image de fond : %1…").arg(caption), this, [this, v] {
+            const QString file = QFileDialog::getOpenFileName(
+                this, QStringLiteral("Fichiers Images"), QString(),
+                QStringLiteral("Fichiers Images (*.bmp *.gif *.tif *.JPG *.JPEG *.jpg *.jpeg *.png)"));
+            if (!file.isEmpty()) loadPhoto(v, file);
+        });
+    }
+    auto* photo = new QToolButton;
+    photo->setObjectName("Command9");
+    photo->setText(QStringLiteral("Photo"));
+    photo->setPopupMode(QToolButton::InstantPopup);
+    photo->setMenu(photoMenu);
+    bar->addWidget(photo);
     top->addLayout(bar);
 
     auto* row = new QHBoxLayout;
@@ -167,6 +189,44 @@ DesignViewArea::DesignViewArea(Workbench& wb, SheetBridge& b, QWidget* parent)
     wb_.panelRefresh[button::View3D] = [this](Workbench&) { redrawAll(); };
 }
 
+namespace {
+
+// The project key of a view's background image; the centring plan's is kept
+// under the 3D button's place.
+std::string photoKey(PlanView v) {
+    switch (v) {
+        case PlanView::Profil: return "Photo_Profil";
+        case PlanView::Dessus: return "Photo_Dessus";
+        case PlanView::Face: return "Photo_Face";
+        default: return "Photo_Centrage";
+    }
+}
+
+QImage photoOf(const Workbench& wb, PlanView v) {
+    if (wb.projectFilePath.empty()) return {};
+    const std::string file = ReadProfileString("IMAGES", photoKey(v), "", wb.projectFilePath);
+    return file.empty() ? QImage() : QImage(QString::fromStdString(file));
+}
+
+}  // namespace
+
+void DesignViewArea::setPhotoMode(bool on) {
+    photo_ = on;
+    applyPhotos();
+}
+
+void DesignViewArea::loadPhoto(PlanView v, const QString& file) {
+    if (!wb_.projectFilePath.empty())
+        WriteProfileString("IMAGES", photoKey(v), file.toStdString(), wb_.projectFilePath);
+    photo_ = true;
+    applyPhotos();
+}
+
+void DesignViewArea::applyPhotos() {
+    centring_->setBackground(photo_ ? photoOf(wb_, PlanView::Vue3D) : QImage());
+    flat_->setBackground(photo_ && view_ != PlanView::Vue3D ? photoOf(wb_, view_) : QImage());
+}
+
 void DesignViewArea::showView(PlanView v) {
     view_ = v;
     if (v == PlanView::Vue3D) {
@@ -175,6 +235,7 @@ void DesignViewArea::showView(PlanView v) {
     } else {
         flat_->setMaker([this, v] { return DrawViews(wb_, v).value_or(Plan{}); });
         stack_->setCurrentWidget(flat_);
+        applyPhotos();
     }
 }
 

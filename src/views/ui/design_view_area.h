@@ -37,8 +37,15 @@ public:
     // The plan on screen (the flat view, else the centring plan) as files.
     bool exportPlan(const QString& file);
 
+    // Photo mode: the plans stand on the background image chosen for each
+    // view, kept in the project's [IMAGES] section under "Photo_" keys.
+    void setPhotoMode(bool on);
+    bool photoMode() const { return photo_; }
+    void loadPhoto(PlanView v, const QString& file);
+
 private:
     void chooseColour(int sample);
+    void applyPhotos();
     Workbench& wb_;
     SheetBridge& bridge_;
     QStackedWidget* stack_ = nullptr;
@@ -46,6 +53,7 @@ private:
     PlanWidget* flat_ = nullptr;
     PlanWidget* centring_ = nullptr;
     PlanView view_ = PlanView::Vue3D;
+    bool photo_ = false;
     std::array<QToolButton*, 5> render_{};
 };
 

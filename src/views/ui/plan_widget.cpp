@@ -94,8 +94,14 @@ void PlanWidget::refresh() {
     update();
 }
 
+void PlanWidget::setBackground(const QImage& image) {
+    background_ = image;
+    update();
+}
+
 void PlanWidget::paintEvent(QPaintEvent*) {
     QPainter p(this);
+    if (!background_.isNull()) p.drawImage(rect(), background_);
     paintPlan(p, plan_, QRectF(rect()).adjusted(4, 4, -4, -4));
 }
 

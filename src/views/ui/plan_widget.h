@@ -2,6 +2,7 @@
 // the flat views) to fit, outlines first and labels last.
 #pragma once
 
+#include <QImage>
 #include <QWidget>
 #include <functional>
 
@@ -19,6 +20,9 @@ public:
     // Rebuilds the plan and repaints.
     void refresh();
     const Plan& plan() const { return plan_; }
+    // A photo stretched behind the plan (photo mode); a null image for none.
+    void setBackground(const QImage& image);
+    bool hasBackground() const { return !background_.isNull(); }
 
 protected:
     void paintEvent(QPaintEvent* e) override;
@@ -26,6 +30,7 @@ protected:
 private:
     std::function<Plan()> make_;
     Plan plan_;
+    QImage background_;
 };
 
 // Paints a plan into a rectangle of a painter, scaled to fit.

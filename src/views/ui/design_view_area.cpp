@@ -227,6 +227,11 @@ void DesignViewArea::applyPhotos() {
     flat_->setBackground(photo_ && view_ != PlanView::Vue3D ? photoOf(wb_, view_) : QImage());
 }
 
+DesignViewArea::~DesignViewArea() {
+    // The workbench may outlive the window: its recalculation must not call back into it.
+    wb_.panelRefresh.erase(button::View3D);
+}
+
 void DesignViewArea::showView(PlanView v) {
     view_ = v;
     if (v == PlanView::Vue3D) {

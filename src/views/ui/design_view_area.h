@@ -25,6 +25,7 @@ class DesignViewArea : public QWidget {
     Q_OBJECT
 public:
     DesignViewArea(Workbench& wb, SheetBridge& bridge, QWidget* parent = nullptr);
+    ~DesignViewArea() override;
 
     View3DWidget* view3d() const { return view3d_; }
     PlanWidget* flatView() const { return flat_; }

@@ -187,6 +187,14 @@ void printPerfTables(const Workbench& wb, std::ostream& out) {
 // the performance refresh and prints its tables.
 enum class LoadedOutput { Fields, Performance };
 
+// Messages the program would show go to stderr, and the command then fails.
+void reportMessagesTo(Workbench& wb, std::ostream& err, int& status) {
+    wb.showMessage = [&err, &status](const std::string& text) {
+        err << text << "\n";
+        status = 1;
+    };
+}
+
 int fieldsCommand(const std::vector<std::string>& args, const std::string& executable, std::ostream& out,
                   std::ostream& err, LoadedOutput output = LoadedOutput::Fields) {
     FieldsArgs fa;
@@ -199,10 +207,7 @@ int fieldsCommand(const std::vector<std::string>& args, const std::string& execu
     if (!homeFor(fa.home, executable, home, err)) return 1;
     Workbench wb(home);
     int status = 0;
-    wb.showMessage = [&err, &status](const std::string& text) {
-        err << text << "\n";
-        status = 1;
-    };
+    reportMessagesTo(wb, err, status);
     for (int n : fa.open) wb.setOpen(n, true);
     if (int st = loadForCommand(wb, fa.project, err)) return st;
     fillSlots(wb, err);
@@ -265,10 +270,7 @@ int planCommand(const std::vector<std::string>& args, const std::string& executa
     if (!homeFor(fa.home, executable, home, err)) return 1;
     Workbench wb(home);
     int status = 0;
-    wb.showMessage = [&err, &status](const std::string& text) {
-        err << text << "\n";
-        status = 1;
-    };
+    reportMessagesTo(wb, err, status);
     if (int st = loadForCommand(wb, fa.project, err)) return st;
     for (const auto& [path, value] : fa.sets) {
         Cell c{};

@@ -2,9 +2,9 @@
 
 #include <cmath>
 
-#include "project/profile_file.h"
-#include "project/text_case.h"
-#include "shell/workbench.h"
+#include "core/profile_file.h"
+#include "core/text_case.h"
+#include "core/workbench.h"
 
 namespace tarvokin {
 

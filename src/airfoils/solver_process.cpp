@@ -10,7 +10,7 @@
 #include <thread>
 #include <unistd.h>
 
-#include "shell/progress.h"
+#include "core/progress.h"
 
 extern char** environ;
 

@@ -3,8 +3,8 @@
 #include <fstream>
 
 #include "airfoils/outline.h"
-#include "project/numbers.h"
-#include "shell/workbench.h"
+#include "core/numbers.h"
+#include "core/workbench.h"
 
 namespace tarvokin {
 

@@ -4,7 +4,7 @@
 #include <map>
 #include <sstream>
 
-#include "project/profile_file.h"
+#include "core/profile_file.h"
 #include "shell/cli.h"
 #include "support/temp_dir.h"
 

@@ -163,6 +163,7 @@ struct AircraftView {
     float RotateSensitivity = 0.01f;  // radians a pixel
     float ZoomSensitivity = 1.0f;     // distance a pixel
     bool NeedsRedraw = false;         // asks the frame loop for a frame
+    bool Framed = false;              // the view is as the framing left it (no orbit or zoom since)
     AircraftParts parts;
     // Interaction state of the view (design_view.h).
     int LastMouseX = 0, LastMouseY = 0;

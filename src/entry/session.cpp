@@ -10,6 +10,7 @@
 #include "core/messages.h"
 #include "core/workbench.h"
 #include "views/aircraft_mesh.h"
+#include "views/design_view.h"
 
 namespace tarvokin {
 
@@ -71,6 +72,7 @@ StartupResult StartUp(Workbench& wb) {
     if (!result.stop) {
         LoadViewColours(wb);
         BuildAircraft(wb);
+        FrameAircraft(wb);
     }
     return result;
 }
@@ -113,7 +115,9 @@ void OpenProject(Workbench& wb, const std::string& path) {
     ClearHistory(wb);
     LoadProject(wb);
     LoadViewColours(wb);
-    BuildAircraftKeepView(wb);
+    // A design read from its file is seen whole first.
+    BuildAircraft(wb);
+    FrameAircraft(wb);
     UpdateRecent(wb, wb.projectFilePath);
 }
 
@@ -173,7 +177,9 @@ void RecentClicked(Workbench& wb, int index) {
     ClearHistory(wb);
     LoadProject(wb);
     LoadViewColours(wb);
-    BuildAircraftKeepView(wb);
+    // A design read from its file is seen whole first.
+    BuildAircraft(wb);
+    FrameAircraft(wb);
 }
 
 void TogglePanel(Workbench& wb, int button) {

@@ -49,7 +49,10 @@ void installViewLogic(Workbench& wb) {
         AircraftView& v = w.view3d;
         const auto notches = static_cast<float>(leadingNumber(a.text));
         v.ViewDistance = std::max(0.0f, v.ViewDistance - notches * 15.0f * v.ZoomSensitivity);
+        v.Framed = false;
     });
+    // "Cadrer": the whole aircraft in the picture again.
+    h.onView("F_3D", "PB_FIT", Act::Click, [](Workbench& w, const Action&) { FrameAircraft(w); });
 }
 
 }  // namespace tarvokin

@@ -1,5 +1,6 @@
 #include "views/design_view.h"
 
+#include <algorithm>
 #include <cmath>
 #include <string>
 
@@ -14,6 +15,10 @@ namespace tarvokin {
 namespace {
 
 constexpr float kPi = 3.14159265f;
+// The three-quarter view of the first look: turned from the nose towards the
+// built wing half, and from above.
+constexpr float kFrameAzimuth = -2.3f;
+constexpr float kFrameElevation = 0.45f;
 
 bool pointInTriangle(float px, float py, const Vector3& a, const Vector3& b, const Vector3& c) {
     const float d1 = (px - b.x) * (a.y - b.y) - (a.x - b.x) * (py - b.y);
@@ -110,6 +115,7 @@ void ViewMouseMove(Workbench& wb, int x, int y, ViewMouse m) {
             }
         }
     } else if (m.left && !m.shift) {
+        v.Framed = false;
         v.ViewAzimuth -= static_cast<float>(x - v.LastMouseX) * v.RotateSensitivity;
         v.ViewElevation += static_cast<float>(y - v.LastMouseY) * v.RotateSensitivity;
         while (v.ViewAzimuth > kPi) v.ViewAzimuth -= 2 * kPi;
@@ -117,6 +123,7 @@ void ViewMouseMove(Workbench& wb, int x, int y, ViewMouse m) {
         v.ViewElevation = std::fmax(-kPi / 2, std::fmin(kPi / 2, v.ViewElevation));
         v.NeedsRedraw = true;
     } else if (m.left && m.shift) {
+        v.Framed = false;
         // The centre of the picture goes to the pressed point; a zero divisor
         // is read as 2 by the projection, which puts the centre back in the middle.
         if (v.surface) {
@@ -125,6 +132,7 @@ void ViewMouseMove(Workbench& wb, int x, int y, ViewMouse m) {
         }
         v.NeedsRedraw = true;
     } else if (m.right) {
+        v.Framed = false;
         v.ViewDistance = std::fmax(0.0f, v.ViewDistance + static_cast<float>(y - v.LastMouseY) * v.ZoomSensitivity);
         v.NeedsRedraw = true;
     }
@@ -228,6 +236,46 @@ void SetViewColour(Workbench& wb, Cell sample, PackedColour colour) {
 const char* PhotoKey(int place) {
     static const char* keys[4] = {"Photo_Profil", "Photo_Dessus", "Photo_Face", "Photo_Centrage"};
     return place >= 0 && place < 4 ? keys[place] : "";
+}
+
+void FrameAircraft(Workbench& wb) {
+    AircraftView& v = wb.view3d;
+    const Engine& e = v.engine;
+    const AircraftParts& p = v.parts;
+    // The camera orbits the origin: what must fit is the sphere about the
+    // origin that holds every corner of every part's box.
+    float radius = 0;
+    auto take = [&](int mesh) {
+        if (!mesh || !IsMesh(e, mesh)) return;
+        const MeshRecord& m = e.Meshes[static_cast<size_t>(mesh)];
+        const Vector3 lo = MeshBoundsMin(e, mesh), hi = MeshBoundsMax(e, mesh);
+        for (int k = 0; k < 8; ++k) {
+            const Vector3 corner{(k & 1) ? hi.x : lo.x, (k & 2) ? hi.y : lo.y, (k & 4) ? hi.z : lo.z};
+            const Vector3 world{corner.x * m.Scale.x + m.Position.x, corner.y * m.Scale.y + m.Position.y,
+                                corner.z * m.Scale.z + m.Position.z};
+            radius = std::max(radius, Length(world));
+        }
+    };
+    for (const auto* list : {&p.MeshWingLeft, &p.MeshWingRight, &p.MeshStabLeft, &p.MeshStabRight})
+        for (int mesh : *list) take(mesh);
+    take(p.MeshFin);
+    take(p.MeshFinCopy);
+    for (int mesh : p.MeshFuselage) take(mesh);
+    if (!(radius > 0) || !IsCamera(e, v.CameraIndex)) return;
+
+    // The camera's angle spans the longer side of the picture; the shorter
+    // side sees less, and it is the one the sphere must fit.
+    const float w = v.surface ? static_cast<float>(std::max(1, v.surface->width())) : 4.0f;
+    const float h = v.surface ? static_cast<float>(std::max(1, v.surface->height())) : 3.0f;
+    const float tanHalf = e.Cameras[static_cast<size_t>(v.CameraIndex)].TanHalfFov * std::min(w, h) / std::max(w, h);
+    if (!(tanHalf > 0)) return;
+    const float sinHalf = tanHalf / std::sqrt(1.0f + tanHalf * tanHalf);
+    constexpr float kMargin = 1.08f;
+    v.ViewAzimuth = kFrameAzimuth;
+    v.ViewElevation = kFrameElevation;
+    v.ViewDistance = radius / sinHalf * kMargin;
+    v.Framed = true;
+    v.NeedsRedraw = true;
 }
 
 }  // namespace tarvokin

@@ -47,6 +47,13 @@ void PressRenderButton(Workbench& wb, int index);
 // 8 the labels, 9 the axes' colour; then a frame.
 void ViewSwitchChanged(Workbench& wb, int index);
 
+// The first look at a design: the camera turned to a three-quarter view from
+// ahead, above and aside, and moved back until the whole aircraft (both wing
+// halves, the tail, the fins, the fuselage) stands inside the picture with a
+// margin. The picture's size comes from the view's surface (a 4:3 picture
+// without one). Nothing moves when the scene holds no part.
+void FrameAircraft(Workbench& wb);
+
 // The [IMAGES] key of the background picture of a view of the design window
 // ("Photo_Profil", "Photo_Dessus", "Photo_Face", "Photo_Centrage"), by its
 // place 0..3 in that order; "" for another place.

@@ -136,3 +136,48 @@ TEST(DesignView, AColourSampleGoesToItsFileAndToThePartsFaces) {
 
 }  // namespace
 }  // namespace tarvokin
+
+namespace tarvokin {
+namespace {
+
+// Every corner drawn of the aircraft's parts lies inside the picture after
+// the framing, in a wide and in a tall picture, and a turn or a zoom by the
+// modeller ends the framing that follows the picture's size.
+TEST(DesignView, FramingPutsTheWholeAircraftInsideThePicture) {
+    for (auto [w, h] : {std::pair{800, 600}, std::pair{300, 700}}) {
+        SCOPED_TRACE(w);
+        Demo d;
+        d.surface = test::RecordingSurface{w, h};
+        FrameAircraft(d.wb);
+        EXPECT_TRUE(d.v.Framed);
+        DrawViewFrame(d.wb);
+        const Engine& e = d.v.engine;
+        const AircraftParts& p = d.v.parts;
+        std::vector<int> parts(p.MeshWingLeft.begin(), p.MeshWingLeft.end());
+        parts.insert(parts.end(), p.MeshWingRight.begin(), p.MeshWingRight.end());
+        parts.insert(parts.end(), p.MeshStabLeft.begin(), p.MeshStabLeft.end());
+        parts.insert(parts.end(), p.MeshFuselage.begin(), p.MeshFuselage.end());
+        parts.push_back(p.MeshFin);
+        int seen = 0;
+        for (int m : parts) {
+            if (!m) continue;
+            const MeshRecord& r = e.Meshes[static_cast<size_t>(m)];
+            for (int k = r.FirstVertex; k < r.FirstVertex + r.VertexCount; ++k) {
+                const Vector3& s = e.ScreenVertices[static_cast<size_t>(k)];
+                ASSERT_GE(s.x, 0.0f);
+                ASSERT_LE(s.x, static_cast<float>(w));
+                ASSERT_GE(s.y, 0.0f);
+                ASSERT_LE(s.y, static_cast<float>(h));
+                ++seen;
+            }
+        }
+        EXPECT_GT(seen, 100);
+    }
+    Demo d;
+    FrameAircraft(d.wb);
+    d.drag(100, 100, 0, 100, ViewMouse{false, true, false});
+    EXPECT_FALSE(d.v.Framed);
+}
+
+}  // namespace
+}  // namespace tarvokin

@@ -78,6 +78,15 @@ DesignViewArea::DesignViewArea(Workbench& wb, SheetBridge& b, QWidget* parent)
         bridge_.enter([&] { Click(wb_, "F_3D", "pb1", i); });
         view3d_->requestFrame();
     });
+    auto* fit = new QToolButton;
+    fit->setObjectName("PB_FIT");
+    fit->setText(QStringLiteral("Cadrer"));
+    fit->setToolTip(QStringLiteral("Tout l'avion dans la vue"));
+    connect(fit, &QToolButton::clicked, this, [this] {
+        bridge_.enter([&] { Click(wb_, "F_3D", "PB_FIT"); });
+        view3d_->requestFrame();
+    });
+    bar->addWidget(fit);
     bar->addStretch(1);
     top->addLayout(bar);
     // Second row: the views, the drawing switches, the export.

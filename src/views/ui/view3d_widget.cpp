@@ -76,6 +76,9 @@ void View3DWidget::paintEvent(QPaintEvent*) {
 void View3DWidget::resizeEvent(QResizeEvent* e) {
     QWidget::resizeEvent(e);
     surface_.resize(size());
+    // Until the modeller turns or zooms it, the view keeps the whole aircraft
+    // in the picture whatever its size.
+    if (wb_.view3d.Framed) FrameAircraft(wb_);
     requestFrame();
 }
 

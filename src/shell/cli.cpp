@@ -12,6 +12,7 @@
 #include "airfoils/xfoil_runner.h"
 #include "design/field_rules.h"
 #include "design/performance.h"
+#include "design/vlm.h"
 #include "project/profile_file.h"
 #include "project/project_file.h"
 #include "shell/home.h"
@@ -31,6 +32,7 @@ namespace {
 const char* kUsage =
     "usage: tarvokin-cli fields PROJECT.MDL [--home DIR] [--open N]... [--set FORM.FIELD=VALUE]...\n"
     "       tarvokin-cli perf PROJECT.MDL [--home DIR] [--open N]... [--set FORM.FIELD=VALUE]...\n"
+    "       tarvokin-cli vlm PROJECT.MDL [--home DIR] [--stab] [--set FORM.FIELD=VALUE]...\n"
     "       tarvokin-cli polar FILE.POL [--re-index I]\n"
     "       tarvokin-cli cx PROJECT.MDL [--home DIR] --at SLOT,RE,CZ [--at SLOT,RE,CZ]...\n"
     "       tarvokin-cli compute-polar OUTLINE.DAT NAME RE [--out FILE.POL] [--home DIR]\n"
@@ -231,6 +233,69 @@ int fieldsCommand(const std::vector<std::string>& args, const std::string& execu
     } else {
         printFields(wb, out);
     }
+    return status;
+}
+
+// The span loadings of F_VLM: the panel's figures, then the tables of both
+// solvers as CSV (the strips solver's own units, unscaled).
+void printVlm(const Workbench& wb, std::ostream& out) {
+    using namespace F_VLM;
+    for (Cell c : {N25, P25, S25, Text2[0], Text2[1]}) out << cellPath(c) << "=" << wb.sheet.text(c) << "\n";
+    char buf[40];
+    auto num = [&out, &buf](double v) {
+        std::snprintf(buf, sizeof buf, "%.17g", v);
+        out << ',' << buf;
+    };
+    const VlmState& v = wb.vlm;
+    out << "# CalcVLM\ni,y,Cl,Gamma,Ellipse\n";
+    for (size_t i = 0; i < v.VlmCl.size(); ++i) {
+        out << i;
+        for (double x : {v.VlmCl[i].y, v.VlmCl[i].value, v.VlmGamma[i].value, v.VlmEllipse[i].value}) num(x);
+        out << "\n";
+    }
+    out << "# VLM_Strips\ni,y,Lift,Shear,Moment\n";
+    for (size_t i = 0; i < v.strips.size(); ++i) {
+        out << i;
+        for (double x : {v.strips[i].y, v.strips[i].lift, v.strips[i].shear, v.strips[i].moment}) num(x);
+        out << "\n";
+    }
+}
+
+// `vlm`: the project loaded as `fields` loads it, the lattice panel opened on
+// the wing (or the stabiliser with --stab), the entries, then Command1.
+int vlmCommand(const std::vector<std::string>& args, const std::string& executable, std::ostream& out,
+               std::ostream& err) {
+    std::vector<std::string> rest;
+    bool stab = false;
+    for (const std::string& a : args) {
+        if (a == "--stab") stab = true;
+        else rest.push_back(a);
+    }
+    FieldsArgs fa;
+    std::string error;
+    if (!parseFieldsArgs(rest, fa, error)) {
+        err << "tarvokin-cli: " << error << "\n" << kUsage;
+        return 2;
+    }
+    fs::path home;
+    if (!homeFor(fa.home, executable, home, err)) return 1;
+    Workbench wb(home);
+    int status = 0;
+    reportMessagesTo(wb, err, status);
+    wb.beep = [&err] { err << "tarvokin-cli: VLM : matrice singulière, pas de résultat\n"; };
+    if (int st = loadForCommand(wb, fa.project, err)) return st;
+    const std::string tag = stab ? "2" : "1";
+    wb.sheet.set(F_Main::Toolbar2[button::Wizard], tag);
+    for (const auto& [path, value] : fa.sets) {
+        Cell c{};
+        if (!findCell(path, c)) {
+            err << "tarvokin-cli: champ inconnu : " << path << "\n";
+            return 2;
+        }
+        runGuarded(wb, [&, c = c, value = value] { enterField(wb, c, value); });
+    }
+    if (!runGuarded(wb, [&] { VlmCommand1(wb); })) return 1;
+    printVlm(wb, out);
     return status;
 }
 
@@ -456,6 +521,7 @@ int runCli(const std::vector<std::string>& args, const std::string& executable, 
     }
     if (args[0] == "fields") return fieldsCommand(args, executable, out, err);
     if (args[0] == "perf") return fieldsCommand(args, executable, out, err, LoadedOutput::Performance);
+    if (args[0] == "vlm") return vlmCommand(args, executable, out, err);
     if (args[0] == "polar") return polarCommand(args, out, err);
     if (args[0] == "cx") return cxCommand(args, executable, out, err);
     if (args[0] == "compute-polar") return computePolarCommand(args, executable, out, err);

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "design/performance.h"
+#include "design/vlm.h"
 #include "power/motorisation.h"
 #include "power/power_fields.h"
 
@@ -12,6 +13,7 @@ Workbench::Workbench(std::filesystem::path home) : home_(std::move(home)) {
     // The analysis panels whose refresh is plain calculation register here;
     // a window may wrap its entry to redraw after it.
     registerPerformancePanels(*this);
+    registerVlmPanel(*this);
     // The aspect-ratio step is followed by the motor figures of the design
     // window, which read the same masses and loadings.
     panelRefresh[button::Allongement] = [](Workbench& wb) {

@@ -13,6 +13,7 @@
 #include "airfoils/polar_store.h"
 #include "design/aspect_ratio.h"
 #include "design/perf_table.h"
+#include "design/vlm.h"
 #include "project/sheet.h"
 #include "shell/settings.h"
 #include "views/aircraft_mesh.h"
@@ -47,6 +48,7 @@ public:
     PerformanceState perf;  // the speed polars of the complete model
     AircraftView view3d;    // the 3D view of the design window: scene, camera, light, orbit, part lists
     AspectRatioState aspectRatio;  // charts and tables of the aspect-ratio panel
+    VlmState vlm;                  // span loadings of the vortex-lattice panel
 
     std::string projectFilePath;   // full path of the current .MDL, empty when none
     std::string languageFilePath;  // language file of settings.languageCode
@@ -66,6 +68,8 @@ public:
     // Shown to the user: the GUI sets a message box, the command-line program
     // prints on stderr. `text` is the whole message.
     std::function<void(const std::string& text)> showMessage;
+    // The short warning sound of a calculation that gives up (a singular matrix).
+    std::function<void()> beep;
 
     // Puts the catalogue's names into the airfoil lists (Combo5, CB_1, F_PREFER.Combo1).
     void fillAirfoilLists();

@@ -54,8 +54,11 @@ bool decompose(std::vector<double>& a, int n, std::vector<int>& index) {
     std::vector<double> scale(static_cast<size_t>(n));
     for (int i = 0; i < n; ++i) {
         double big = 0;
-        for (int j = 0; j < n; ++j) big = std::max(big, std::fabs(at(i, j)));
-        if (big == 0 || !std::isfinite(big)) return false;
+        for (int j = 0; j < n; ++j) {
+            if (!std::isfinite(at(i, j))) return false;
+            big = std::max(big, std::fabs(at(i, j)));
+        }
+        if (big == 0) return false;
         scale[static_cast<size_t>(i)] = 1 / big;
     }
     for (int j = 0; j < n; ++j) {

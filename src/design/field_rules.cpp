@@ -191,7 +191,7 @@ void onFieldChange(Workbench& wb, Cell c) {
 }
 
 void onFieldEnter(Workbench& wb, Cell c) {
-    if (performanceFieldEnter(wb, c)) return;
+    if (performanceFieldEnter(wb, c) || vlm::CellEntered(wb, c)) return;
     if (recalcOnEnter(c)) RecalcAll(wb);
 }
 

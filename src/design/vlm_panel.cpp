@@ -180,24 +180,50 @@ bool CellChanged(Workbench& wb, Cell c) {
     using namespace F_VLM;
     Sheet& s = wb.sheet;
     if (cellTable()[c.id].form != Form::F_VLM) return false;
-    if (IsTypedField(c) && trim(s.text(c)).empty()) s.set(c, c == B33 ? std::to_string(kAngleSettingZero) : "0");
+    // A typed field runs at each key: a value outside its range waits for
+    // Enter, which brings it back within.
+    const double v = s.val(c);
+    auto within = [v](int low, int high) { return std::isfinite(v) && v >= low && v <= high; };
     if (c == B33) {
-        angleFromSetting(wb, clampedWhole(s.val(B33), kAngleSettingMin, kAngleSettingMax, kAngleSettingZero));
-    } else if (c == Text1 || c == Hscroll1) {
-        Hscroll1_Change(wb, clampedWhole(s.val(c), kRollSliderMin, kRollSliderMax, kRollSliderMax));
+        if (!within(kAngleSettingMin, kAngleSettingMax)) return true;
+        s.setFixed(N25, (std::round(v) - kAngleSettingZero) / 10.0, 1);
+    } else if (c == Text1) {
+        if (!within(kRollSliderMin, kRollSliderMax)) return true;
+        s.set(Hscroll1, std::to_string(clampedWhole(v, kRollSliderMin, kRollSliderMax, kRollSliderMax)));
+    } else if (c == Hscroll1) {
+        Hscroll1_Change(wb, clampedWhole(v, kRollSliderMin, kRollSliderMax, kRollSliderMax));
         return true;
     } else if (c == Hscroll2) {
-        Hscroll2_Change(wb, clampedWhole(s.val(c), kDeflectionSliderMin, kDeflectionSliderMax, 0));
+        Hscroll2_Change(wb, clampedWhole(v, kDeflectionSliderMin, kDeflectionSliderMax, 0));
         return true;
     } else if (c == Hscroll3) {
-        Hscroll3_Change(wb, clampedWhole(s.val(c), kDeflectionSliderMin, kDeflectionSliderMax, 0));
+        Hscroll3_Change(wb, clampedWhole(v, kDeflectionSliderMin, kDeflectionSliderMax, 0));
         return true;
     } else if (c == T_Flap_AngL || c == T_Ail_AngL) {
         // The slider follows the left field; the right one keeps its own value.
-        const Cell slider = c == T_Flap_AngL ? Hscroll2 : Hscroll3;
-        s.set(slider, std::to_string(clampedWhole(s.val(c), kDeflectionSliderMin, kDeflectionSliderMax, 0)));
+        if (within(kDeflectionSliderMin, kDeflectionSliderMax))
+            s.set(c == T_Flap_AngL ? Hscroll2 : Hscroll3, std::to_string(clampedWhole(v, -90, 90, 0)));
     } else if (c != T_Flap_AngR && c != T_Ail_AngR) {
         return true;  // outputs of the panel
+    }
+    VlmCommand1(wb);
+    return true;
+}
+
+bool CellEntered(Workbench& wb, Cell c) {
+    using namespace F_VLM;
+    Sheet& s = wb.sheet;
+    if (!IsTypedField(c)) return false;
+    if (c == B33) {
+        const bool blank = trim(s.text(c)).empty();
+        angleFromSetting(wb, blank ? kAngleSettingZero
+                                   : clampedWhole(s.val(c), kAngleSettingMin, kAngleSettingMax, kAngleSettingZero));
+    } else if (c == Text1) {
+        const std::string text = std::to_string(clampedWhole(s.val(c), kRollSliderMin, kRollSliderMax, kRollSliderMax));
+        s.set(Text1, text);
+        s.set(Hscroll1, text);
+    } else if (trim(s.text(c)).empty()) {
+        s.set(c, "0");
     }
     VlmCommand1(wb);
     return true;

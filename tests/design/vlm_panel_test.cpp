@@ -182,6 +182,18 @@ TEST(VlmPanel, ControlsWriteTheirFieldsWithinTheirLimits) {
     enterField(b.wb, F_VLM::B33, "70");
     EXPECT_EQ(b.s.text(F_VLM::N25), "0.0");
 
+    // Keys on the way to a value leave the field as typed until Enter.
+    for (const char* partial : {"", "0", "2"}) {
+        b.s.set(F_VLM::Text1, partial);
+        onFieldChange(b.wb, F_VLM::Text1);
+        EXPECT_EQ(b.s.text(F_VLM::Text1), partial);
+    }
+    b.s.set(F_VLM::B33, "");
+    onFieldChange(b.wb, F_VLM::B33);
+    EXPECT_EQ(b.s.text(F_VLM::B33), "");
+    onFieldEnter(b.wb, F_VLM::B33);
+    EXPECT_EQ(b.s.text(F_VLM::B33), "70");
+
     // Typed roll and deflections: the slider follows, the other side stays.
     enterField(b.wb, F_VLM::Text1, "120");
     EXPECT_EQ(b.s.text(F_VLM::Hscroll1), "120");

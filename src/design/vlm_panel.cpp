@@ -132,7 +132,10 @@ void OpenVlm(Workbench& wb, VlmSurface surface) {
         return;
     }
     setTag(wb, surface);
-    VlmCommand1(wb);
+    // Through the panel's registered refresh, so that its window redraws.
+    auto it = wb.panelRefresh.find(button::Wizard);
+    if (it != wb.panelRefresh.end() && it->second) it->second(wb);
+    else VlmCommand1(wb);
 }
 
 void CloseVlm(Workbench& wb) { setTag(wb, VlmSurface::Closed); }

@@ -1,5 +1,6 @@
 #include "views/ui/design_window.h"
 
+#include <QApplication>
 #include <QFormLayout>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -15,6 +16,7 @@
 
 #include "design/field_rules.h"
 #include "design/panel_edit.h"
+#include "design/vlm.h"
 #include "power/motorisation.h"
 #include "project/numbers.h"
 #include "shell/ui/cell_widgets.h"
@@ -42,6 +44,21 @@ QLabel* wrapped(CellLabel* l) {
 constexpr int kMarginSteps = 10;
 
 constexpr int kMotorTab = 5;
+
+// Command5 / Command7: the span loading of the wing or the stabiliser. The
+// window follows Tag 29; an open window hidden by a design panel comes back.
+QPushButton* vlmButton(Workbench& wb, const char* name, VlmSurface surface) {
+    auto* b = button(name, QStringLiteral("Répartition de portance (VLM)"));
+    QObject::connect(b, &QPushButton::clicked, b, [&wb, surface] {
+        guarded(wb, [&] { OpenVlm(wb, surface); });
+        for (QWidget* w : QApplication::topLevelWidgets()) {
+            if (w->objectName() != QLatin1String("F_VLM")) continue;
+            w->show();
+            w->raise();
+        }
+    });
+    return b;
+}
 
 }  // namespace
 
@@ -172,6 +189,7 @@ QWidget* DesignWindow::wingTab() {
     open->addWidget(sf);
     open->addWidget(all);
     top->addLayout(open);
+    top->addWidget(vlmButton(wb_, "Command5", VlmSurface::Wing));
     top->addStretch(1);
     return w;
 }
@@ -210,6 +228,7 @@ QWidget* DesignWindow::stabTab() {
     addResult(bridge_, rf, QStringLiteral("Volume de stab"), F_3D::j22);
     addResult(bridge_, rf, QStringLiteral("Hauteur projetée"), F_3D::D20);
     top->addWidget(results);
+    top->addWidget(vlmButton(wb_, "Command7", VlmSurface::Stab));
     top->addStretch(1);
     return w;
 }

@@ -26,7 +26,6 @@ class Workbench;
 
 inline constexpr int kVlmStrips = 40;         // horseshoes of CalcVLM, both sides
 inline constexpr int kVlmStations = 32;       // horseshoes of VLM_Strips, both sides
-inline constexpr int kVlmMaxStations = 100;   // room reserved for the strips solver
 inline constexpr double kVlmDegreesPerRadian = 57.3;
 inline constexpr double kOneOverFourPi = 0.0795774715459;
 inline constexpr double kEllipseFactor = 0.0634434953159;

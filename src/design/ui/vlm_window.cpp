@@ -2,10 +2,12 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QFileDialog>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMenu>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -31,6 +33,20 @@ CellLabel* result(SheetBridge& b, Cell c, const char* tooltip = nullptr) {
 }
 
 QLabel* caption(const char* text) { return new QLabel(QString::fromUtf8(text)); }
+
+// A right click on a chart saves it as a picture, PNG or SVG by the name given.
+void offerSave(ChartPanel* c) {
+    c->setContextMenuPolicy(Qt::CustomContextMenu);
+    QObject::connect(c, &QWidget::customContextMenuRequested, c, [c](const QPoint& at) {
+        QMenu menu;
+        QAction* save = menu.addAction(QStringLiteral("Enregistrer le graphique…"));
+        if (menu.exec(c->mapToGlobal(at)) != save) return;
+        const QString file = QFileDialog::getSaveFileName(c, QStringLiteral("Enregistrer le graphique"), QString(),
+                                                          QStringLiteral("Images (*.png *.svg)"));
+        if (file.isEmpty()) return;
+        file.endsWith(QStringLiteral(".svg"), Qt::CaseInsensitive) ? c->saveSvg(file) : c->savePng(file);
+    });
+}
 
 // A slider of the panel: its handler writes the fields and recomputes.
 CellSlider* slider(SheetBridge& b, VlmWindow* w, Cell c, int low, int high, void (*handler)(Workbench&, int)) {
@@ -71,6 +87,7 @@ VlmWindow::VlmWindow(Workbench& wb, SheetBridge& b, QWidget* parent) : QWidget(p
         c->setObjectName("MSChart1");
         c->setProperty("index", i);
         charts_[static_cast<size_t>(i)] = c;
+        offerSave(c);
         right->addWidget(c, i == 0 ? 3 : 2);
     }
     top->addLayout(right, 1);

@@ -107,8 +107,9 @@ bool ReduceToSections(const std::array<VlmPanel, 5>& panels, int n, VlmSections&
 std::array<double, kVlmStrips + 1> StripEdges();
 std::array<double, kVlmStrips> ControlStations();
 
-// The chord law c = a + b |y| of each section (b to three decimals, the last
-// one whole) and the chord at |y| (closed upper bounds at the breaks).
+// The chord law c = a + b |y| of each section (b to three decimals, the tip
+// section's kept whole, unrounded) and the chord at |y| (closed upper bounds
+// at the breaks).
 struct ChordLaw {
     std::array<double, 4> a{}, b{};
     std::array<double, 5> station{};

@@ -212,7 +212,7 @@ ChordLaw MakeChordLaw(const VlmSections& s) {
     for (size_t j = 0; j < 4; ++j) {
         const double span = s[j + 1].station - s[j].station;
         double b = span > 0 ? (s[j + 1].chord - s[j].chord) / span : 0;
-        b = RoundTo(b, j < 3 ? 3 : 0);
+        if (j < 3) b = RoundTo(b, 3);  // the tip section keeps its slope whole
         law.b[j] = b;
         law.a[j] = s[j].chord - b * s[j].station;
     }

@@ -60,7 +60,7 @@ private slots:
         QCOMPARE(drawnNames(w->chart(1)), QStringList({QStringLiteral(" Cl")}));
         auto* cz = w->findChild<QLabel*>("P25");
         QVERIFY(cz);
-        QCOMPARE(cz->text(), QStringLiteral("0.2826408"));
+        QCOMPARE(cz->text(), QStringLiteral("0.2935462"));
         QCOMPARE(cz->toolTip(), QStringLiteral("cz aile moyen calculé par VLM"));
         const QList<qreal> wingLift = drawnValues(w->chart(0));
         QCOMPARE(wingLift.size(), 32);

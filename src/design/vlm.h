@@ -173,9 +173,10 @@ void Hscroll3_Change(Workbench& wb, int value);
 bool IsTypedField(Cell c);
 
 // Change step of a cell of F_VLM (at each key of a typed field): B33 sets
-// N25, Text1 moves the roll slider, a deflection field moves its slider, the
-// sliders write their fields; the panel is then recomputed. A typed value out
-// of its range waits for Enter. False for a cell of another window.
+// N25, Text1 moves the roll slider, a left deflection moves its slider, which
+// writes the right side as its move does; the sliders write their fields; the
+// panel is then recomputed. A typed value out of its range waits for Enter.
+// False for a cell of another window.
 bool CellChanged(Workbench& wb, Cell c);
 // Enter in a typed field: B33 and Text1 are brought within their ranges (a
 // blank B33 is 70), a blank deflection becomes 0; then the panel is recomputed.

@@ -203,9 +203,15 @@ bool CellChanged(Workbench& wb, Cell c) {
         Hscroll3_Change(wb, clampedWhole(v, kDeflectionSliderMin, kDeflectionSliderMax, 0));
         return true;
     } else if (c == T_Flap_AngL || c == T_Ail_AngL) {
-        // The slider follows the left field; the right one keeps its own value.
-        if (within(kDeflectionSliderMin, kDeflectionSliderMax))
-            s.set(c == T_Flap_AngL ? Hscroll2 : Hscroll3, std::to_string(clampedWhole(v, -90, 90, 0)));
+        // The slider follows the left field and, as when it is moved, writes
+        // the right side: the same flap, the opposite aileron. The left field
+        // keeps the text being typed.
+        double typed = 0;
+        if (tryNumber(s.text(c), typed) && within(kDeflectionSliderMin, kDeflectionSliderMax)) {
+            const bool flap = c == T_Flap_AngL;
+            s.set(flap ? Hscroll2 : Hscroll3, std::to_string(clampedWhole(typed, -90, 90, 0)));
+            s.set(flap ? T_Flap_AngR : T_Ail_AngR, plain(flap || typed == 0 ? typed : -typed));
+        }
     } else if (c != T_Flap_AngR && c != T_Ail_AngR) {
         return true;  // outputs of the panel
     }

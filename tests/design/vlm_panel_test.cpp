@@ -188,14 +188,20 @@ TEST(VlmPanel, ControlsWriteTheirFieldsWithinTheirLimits) {
     onFieldEnter(b.wb, F_VLM::B33);
     EXPECT_EQ(b.s.text(F_VLM::B33), "70");
 
-    // Typed roll and deflections: the slider follows, the other side stays.
+    // Typed roll and deflections: the slider follows and writes as it does.
     enterField(b.wb, F_VLM::Text1, "120");
     EXPECT_EQ(b.s.text(F_VLM::Hscroll1), "120");
     enterField(b.wb, F_VLM::Text1, "20");
     EXPECT_EQ(b.s.text(F_VLM::Text1), "100");
-    enterField(b.wb, F_VLM::T_Ail_AngL, "3");
-    EXPECT_EQ(b.s.text(F_VLM::Hscroll3), "3");
+    enterField(b.wb, F_VLM::T_Ail_AngL, "5");
+    EXPECT_EQ(b.s.text(F_VLM::Hscroll3), "5");
     EXPECT_EQ(b.s.text(F_VLM::T_Ail_AngR), "-5");
+    enterField(b.wb, F_VLM::T_Ail_AngR, "2");  // the right side alone: the left stays
+    EXPECT_EQ(b.s.text(F_VLM::T_Ail_AngL), "5");
+    b.s.set(F_VLM::T_Ail_AngL, "-");  // a sign on its own is left as typed
+    onFieldChange(b.wb, F_VLM::T_Ail_AngL);
+    EXPECT_EQ(b.s.text(F_VLM::T_Ail_AngL), "-");
+    EXPECT_EQ(b.s.text(F_VLM::T_Ail_AngR), "2");
     enterField(b.wb, F_VLM::T_Flap_AngR, "");
     EXPECT_EQ(b.s.text(F_VLM::T_Flap_AngR), "0");
 }

@@ -277,6 +277,11 @@ bool CalcVLM(Workbench& wb) {
     const auto stations = ControlStations();
     const ChordLaw law = MakeChordLaw(sec);
 
+    // Chordwise positions run positive forward from the root leading edge,
+    // the bound vortex at three quarters of the chord and the control point
+    // at one quarter. The influence formula takes its trailing legs towards
+    // +x, so the control point sits half a chord behind its vortex in the
+    // formula's frame: the three-quarter-chord rule, with the sweep mirrored.
     std::array<double, kVlmStrips + 1> xe{};
     std::array<double, kVlmStrips + 1> edgeChord{};
     for (size_t k = 0; k < edges.size(); ++k) {

@@ -24,6 +24,7 @@ const char* formName(Form f) {
         case Form::F_SERVOS: return "F_SERVOS";
         case Form::F_STAB: return "F_STAB";
         case Form::F_STAB_VE: return "F_STAB_VE";
+        case Form::F_VLM: return "F_VLM";
     }
     return "";
 }

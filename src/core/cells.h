@@ -25,6 +25,7 @@ enum class Form : uint8_t {
     F_SERVOS,
     F_STAB,
     F_STAB_VE,
+    F_VLM,
 };
 
 const char* formName(Form f);

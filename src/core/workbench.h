@@ -15,6 +15,7 @@
 #include "core/aspect_ratio_state.h"
 #include "core/perf_table.h"
 #include "core/sheet.h"
+#include "core/vlm_state.h"
 #include "core/settings.h"
 #include "core/scene_state.h"
 
@@ -48,6 +49,7 @@ public:
     PerformanceState perf;  // the speed polars of the complete model
     AircraftView view3d;    // the 3D view of the design window: scene, camera, light, orbit, part lists
     AspectRatioState aspectRatio;  // charts and tables of the aspect-ratio panel
+    VlmState vlm;                  // span loadings of the vortex-lattice panel
 
     std::string projectFilePath;   // full path of the current .MDL, empty when none
     std::string languageFilePath;  // language file of settings.languageCode
@@ -85,6 +87,8 @@ public:
     // A Yes/No question: true for Yes. Without one (the command-line program)
     // the answer is No.
     std::function<bool(const std::string& text)> askUser;
+    // The short warning sound of a calculation that gives up (a singular matrix).
+    std::function<void()> beep;
 
     // Puts the catalogue's names into the airfoil lists (Combo5, CB_1, F_PREFER.Combo1).
     void fillAirfoilLists();

@@ -131,7 +131,9 @@ void refreshOpenPanels(Workbench& wb) {
     static constexpr int kOrder[] = {button::Allongement, button::Servos, button::View2D, button::Performances,
                                      button::Wizard};
     for (int b : kOrder) {
-        if (!wb.isOpen(b)) continue;
+        // Button 29's Tag holds the lattice panel's surface: 1 wing, 2 stabiliser.
+        const bool open = b == button::Wizard ? wb.sheet.val(F_Main::Toolbar2[b]) != 0 : wb.isOpen(b);
+        if (!open) continue;
         auto it = wb.panelRefresh.find(b);
         if (it != wb.panelRefresh.end() && it->second) it->second(wb);
     }

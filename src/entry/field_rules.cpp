@@ -7,6 +7,7 @@
 #include "design/performance.h"
 #include "design/recalc.h"
 #include "design/tail_tools.h"
+#include "design/vlm.h"
 #include "power/power_fields.h"
 #include "core/text_case.h"
 #include "core/workbench.h"
@@ -70,6 +71,9 @@ const std::vector<EntryCheck>& entryChecks() {
         // Aspect-ratio panel: area, masses, aspect ratio, turn and chart limits.
         for (uint16_t id = 0; id < kCellCount; ++id)
             if (allongement::IsTypedField(Cell{id})) t[id] = plain;
+        // Lattice panel: the angle setting and the roll are whole, the deflections signed.
+        mark(t, {F_VLM::B33, F_VLM::Text1}, EntryCheck::Integer);
+        mark(t, {F_VLM::T_Flap_AngL, F_VLM::T_Flap_AngR, F_VLM::T_Ail_AngL, F_VLM::T_Ail_AngR}, sign);
         // Power train: counts are whole, the rest are positive figures.
         {
             using namespace F_CALC_MOT;
@@ -148,7 +152,7 @@ void onFieldChange(Workbench& wb, Cell c) {
     // The power windows and the tail calculators compute on their own.
     if (PowerFieldChange(wb, c) || TailToolFieldChange(wb, c)) return;
     Sheet& s = wb.sheet;
-    if (performanceFieldChange(wb, c)) return;
+    if (performanceFieldChange(wb, c) || vlm::CellChanged(wb, c)) return;
     if (cellTable()[c.id].form == Form::F_ALLONGEMENT) {
         allongement::CellChanged(wb, c);
         return;
@@ -187,7 +191,7 @@ void onFieldChange(Workbench& wb, Cell c) {
 }
 
 void onFieldEnter(Workbench& wb, Cell c) {
-    if (performanceFieldEnter(wb, c)) return;
+    if (performanceFieldEnter(wb, c) || vlm::CellEntered(wb, c)) return;
     if (recalcOnEnter(c)) RecalcAll(wb);
 }
 

@@ -11,6 +11,7 @@
 #include "entry/power_logic.h"
 #include "entry/preferences_logic.h"
 #include "entry/view_logic.h"
+#include "entry/vlm_logic.h"
 #include "power/motorisation.h"
 #include "power/power_fields.h"
 
@@ -43,6 +44,7 @@ void InstallWindowLogic(Workbench& wb) {
     installDesignLogic(wb);
     installViewLogic(wb);
     installPreferencesLogic(wb);
+    installVlmLogic(wb);
 }
 
 }  // namespace tarvokin

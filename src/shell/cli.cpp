@@ -13,6 +13,7 @@
 #include "entry/airfoil_choice.h"
 #include "entry/entry_path.h"
 #include "design/performance.h"
+#include "design/vlm.h"
 #include "core/profile_file.h"
 #include "entry/project_io.h"
 #include "shell/home.h"
@@ -33,6 +34,7 @@ namespace {
 const char* kUsage =
     "usage: tarvokin-cli fields PROJECT.MDL [--home DIR] [--open N]... [ENTRY]...\n"
     "       tarvokin-cli perf PROJECT.MDL [--home DIR] [--open N]... [ENTRY]...\n"
+    "       tarvokin-cli vlm PROJECT.MDL [--home DIR] [--stab] [ENTRY]...\n"
     "       tarvokin-cli polar FILE.POL [--re-index I]\n"
     "       tarvokin-cli cx PROJECT.MDL [--home DIR] --at SLOT,RE,CZ [--at SLOT,RE,CZ]...\n"
     "       tarvokin-cli compute-polar OUTLINE.DAT NAME RE [--out FILE.POL] [--home DIR]\n"
@@ -286,6 +288,63 @@ int fieldsCommand(const std::vector<std::string>& args, const std::string& execu
     return status;
 }
 
+// The span loadings of F_VLM: the panel's figures, then the tables of both
+// solvers as CSV (the strips solver's own units, unscaled).
+void printVlm(const Workbench& wb, std::ostream& out) {
+    using namespace F_VLM;
+    for (Cell c : {N25, P25, S25, Text2[0], Text2[1]}) out << cellPath(c) << "=" << wb.sheet.text(c) << "\n";
+    char buf[40];
+    auto num = [&out, &buf](double v) {
+        std::snprintf(buf, sizeof buf, "%.17g", v);
+        out << ',' << buf;
+    };
+    const VlmState& v = wb.vlm;
+    out << "# CalcVLM\ni,y,Cl,Gamma,Ellipse\n";
+    for (size_t i = 0; i < v.VlmCl.size(); ++i) {
+        out << i;
+        for (double x : {v.VlmCl[i].y, v.VlmCl[i].value, v.VlmGamma[i].value, v.VlmEllipse[i].value}) num(x);
+        out << "\n";
+    }
+    out << "# VLM_Strips\ni,y,Lift,Shear,Moment\n";
+    for (size_t i = 0; i < v.strips.size(); ++i) {
+        out << i;
+        for (double x : {v.strips[i].y, v.strips[i].lift, v.strips[i].shear, v.strips[i].moment}) num(x);
+        out << "\n";
+    }
+}
+
+// `vlm`: the project loaded as `fields` loads it, the lattice panel opened on
+// the wing (or the stabiliser with --stab), the entries, then Command1.
+int vlmCommand(const std::vector<std::string>& args, const std::string& executable, std::ostream& out,
+               std::ostream& err) {
+    std::vector<std::string> rest;
+    bool stab = false;
+    for (const std::string& a : args) {
+        if (a == "--stab") stab = true;
+        else rest.push_back(a);
+    }
+    FieldsArgs fa;
+    std::string error;
+    if (!parseFieldsArgs(rest, fa, error)) {
+        err << "tarvokin-cli: " << error << "\n" << kUsage;
+        return 2;
+    }
+    fs::path home;
+    if (!homeFor(fa.home, executable, home, err)) return 1;
+    Workbench wb(home);
+    InstallWindowLogic(wb);
+    int status = 0;
+    reportMessagesTo(wb, err, status);
+    wb.beep = [&err] { err << "tarvokin-cli: VLM : matrice singulière, pas de résultat\n"; };
+    if (int st = loadForCommand(wb, fa.project, err)) return st;
+    const std::string tag = stab ? "2" : "1";
+    wb.sheet.set(F_Main::Toolbar2[button::Wizard], tag);
+    if (int st = applyEntries(wb, fa, err)) return st;
+    if (!runGuarded(wb, [&] { VlmCommand1(wb); })) return 1;
+    printVlm(wb, out);
+    return status;
+}
+
 // A plan of the project written at true scale; its texts on stdout, one
 // label a line ("kind=text", the lines of a label joined by " / ").
 int planCommand(const std::vector<std::string>& args, const std::string& executable, std::ostream& out,
@@ -504,6 +563,7 @@ int runCli(const std::vector<std::string>& args, const std::string& executable, 
     }
     if (args[0] == "fields") return fieldsCommand(args, executable, out, err);
     if (args[0] == "perf") return fieldsCommand(args, executable, out, err, LoadedOutput::Performance);
+    if (args[0] == "vlm") return vlmCommand(args, executable, out, err);
     if (args[0] == "polar") return polarCommand(args, out, err);
     if (args[0] == "cx") return cxCommand(args, executable, out, err);
     if (args[0] == "compute-polar") return computePolarCommand(args, executable, out, err);

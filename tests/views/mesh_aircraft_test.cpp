@@ -271,10 +271,12 @@ TEST(AircraftView, OrbitColoursAndPartSwitches) {
     ApplyPartVisibility(d.wb);
     EXPECT_FALSE(d.e.Meshes[v.parts.MeshStabRight[0]].Visible);
 
-    // Opening a project rebuilds the scene and keeps the view turned as it was.
+    // Opening a project rebuilds the scene and shows the whole aircraft again.
     v.ViewAzimuth = 0.7f;
+    v.Framed = false;
     OpenProject(d.wb, d.wb.projectFilePath);
-    EXPECT_EQ(v.ViewAzimuth, 0.7f);
+    EXPECT_NE(v.ViewAzimuth, 0.7f);
+    EXPECT_TRUE(v.Framed);
     EXPECT_EQ(d.e.MeshCount, meshes);
 
     // "Vue Filaire" pressed draws wire frames at the next rebuild.

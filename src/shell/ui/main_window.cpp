@@ -31,6 +31,7 @@
 #include "design/ui/settings_panel.h"
 #include "design/ui/stab_panel.h"
 #include "design/ui/tail_tools_windows.h"
+#include "design/ui/vlm_window.h"
 #include "design/ui/wing_panel.h"
 #include "power/ui/calc_mot_window.h"
 #include "power/ui/motorisation_window.h"
@@ -188,6 +189,9 @@ void MainWindow::buildPanelWindows() {
     addPanelWindow(button::CalcMot, new CalcMotWindow(wb_, bridge_));
     addPanelWindow(button::Motorisation, new MotorisationWindow(wb_, bridge_));
     addPanelWindow(button::Servos, new ServosWindow(wb_, bridge_));
+    // The lattice panel is opened from the design window's tabs and shows
+    // itself by the Tag of button 29 (whose button is the wizard's).
+    (new VlmWindow(wb_, bridge_))->setParent(this, Qt::Window);
 }
 
 void MainWindow::buildCentre() {

@@ -1,5 +1,6 @@
 #include "views/ui/design_window.h"
 
+#include <QApplication>
 #include <QFormLayout>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -15,6 +16,7 @@
 
 #include "entry/field_rules.h"
 #include "entry/panel_edit.h"
+#include "design/vlm.h"
 #include "power/motorisation.h"
 #include "core/numbers.h"
 #include "core/ui/cell_widgets.h"
@@ -35,8 +37,19 @@ QLabel* wrapped(CellLabel* l) {
     return l;
 }
 
-// The static margin runs in tenths of a percent on the CG slider.
-
+// Command5 / Command7: the span loading of the wing or the stabiliser. The
+// window follows Tag 29; an open window hidden by a design panel comes back.
+QPushButton* vlmButton(SheetBridge& bridge, const char* name) {
+    auto* b = commandButton(bridge, "F_3D", name, -1, QStringLiteral("Répartition de portance (VLM)"));
+    QObject::connect(b, &QPushButton::clicked, b, [] {
+        for (QWidget* w : QApplication::topLevelWidgets()) {
+            if (w->objectName() != QLatin1String("F_VLM")) continue;
+            w->show();
+            w->raise();
+        }
+    });
+    return b;
+}
 
 }  // namespace
 
@@ -160,6 +173,7 @@ QWidget* DesignWindow::wingTab() {
     open->addWidget(sf);
     open->addWidget(all);
     top->addLayout(open);
+    top->addWidget(vlmButton(bridge_, "Command5"));
     top->addStretch(1);
     return w;
 }
@@ -195,6 +209,7 @@ QWidget* DesignWindow::stabTab() {
     addResult(bridge_, rf, QStringLiteral("Volume de stab"), F_3D::j22);
     addResult(bridge_, rf, QStringLiteral("Hauteur projetée"), F_3D::D20);
     top->addWidget(results);
+    top->addWidget(vlmButton(bridge_, "Command7"));
     top->addStretch(1);
     return w;
 }

@@ -6,6 +6,7 @@
 
 #include "design/grid_cells.h"
 #include "design/recalc.h"
+#include "project/file_replace.h"
 #include "project/numbers.h"
 #include "project/profile_file.h"
 #include "project/project_file.h"
@@ -28,14 +29,21 @@ int countSpans(const Workbench& wb, const grid::Row& length) {
 }
 
 // Applies the edits of one panel: through the project file when there is one
-// (save, write the keys, load back), else straight into the cells.
+// (save, write the keys, load back), else straight into the cells. When the
+// file cannot be written (the save has told the user why), the edits still
+// reach the cells, so the modeller loses neither the file nor the edit.
 void apply(Workbench& wb, const char* section, int panel, const std::vector<Edit>& edits) {
     const std::string n = std::to_string(panel + 1);
-    if (!wb.projectFilePath.empty()) {
-        SaveProject(wb);
-        for (const Edit& e : edits) WriteProfileString(section, e.key + n, e.value, wb.projectFilePath);
-        LoadProject(wb);
-        return;
+    if (!wb.projectFilePath.empty() && SaveProject(wb)) {
+        std::string reason;
+        bool written = true;
+        for (const Edit& e : edits)
+            written = written && WriteProfileString(section, e.key + n, e.value, wb.projectFilePath, &reason);
+        if (written) {
+            LoadProject(wb);
+            return;
+        }
+        if (wb.showMessage) wb.showMessage(writeFailureMessage(wb.projectFilePath, reason));
     }
     for (const Edit& e : edits) wb.sheet.set(e.cell, e.value);
     RecalcAll(wb);

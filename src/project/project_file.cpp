@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "design/recalc.h"
+#include "project/file_replace.h"
 #include "project/profile_file.h"
 #include "project/text_case.h"
 #include "shell/workbench.h"
@@ -439,7 +440,7 @@ void LoadProject(Workbench& wb) {
     }
 }
 
-void SaveProject(Workbench& wb) {
+bool SaveProject(Workbench& wb) {
     const Sheet& s = wb.sheet;
     wb.projectFilePath = completedPath(wb, wb.projectFilePath);
     // Rewriting keys in place keeps what the program does not know of the file.
@@ -452,7 +453,10 @@ void SaveProject(Workbench& wb) {
         if (k.kind == Kind::AirfoilSlot && !airfoilsChosen) continue;
         doc.set(k.section, k.writeKey, valueToWrite(s, k));
     }
-    doc.save(wb.projectFilePath);
+    std::string reason;
+    if (doc.save(wb.projectFilePath, &reason)) return true;
+    if (wb.showMessage) wb.showMessage(writeFailureMessage(wb.projectFilePath, reason));
+    return false;
 }
 
 }  // namespace tarvokin

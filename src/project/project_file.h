@@ -12,7 +12,9 @@ class Workbench;
 void LoadProject(Workbench& wb);
 
 // Writes every key from the panels to wb.projectFilePath (written beside,
-// then replaced). Profil_0..2 only when F_Main.T_profils is 1.
-void SaveProject(Workbench& wb);
+// then replaced). Profil_0..2 only when F_Main.T_profils is 1. A file that
+// cannot be written is reported through wb.showMessage and gives false; the
+// file on disk is then the one the user had.
+bool SaveProject(Workbench& wb);
 
 }  // namespace tarvokin

@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "airfoils/outline.h"
+#include "project/file_replace.h"
 #include "project/profile_file.h"
 #include "project/project_file.h"
 #include "project/text_case.h"
@@ -111,21 +112,28 @@ bool SaveProjectAs(Workbench& wb, std::string path) {
     path = trim(path);
     if (path.empty()) return false;
     if (fs::path(path).filename().string().find('.') == std::string::npos) path += ".MDL";
+    const std::string previous = wb.projectFilePath;
     wb.projectFilePath = path;
     const bool wasFilled = wb.sheet.text(F_Main::T_profils) == "1";
     if (!wasFilled) wb.sheet.set(F_Main::T_profils, "1");
-    SaveProject(wb);
+    const bool saved = SaveProject(wb);
     if (!wasFilled) wb.sheet.set(F_Main::T_profils, "0");
+    if (!saved) {
+        // The model stays tied to the file it came from.
+        wb.projectFilePath = previous;
+        return false;
+    }
     wb.sheet.set(F_3D::T_PROJET, wb.projectFilePath);
     RefreshTitle(wb);
     UpdateRecent(wb, wb.projectFilePath);
     return true;
 }
 
-void SaveCurrentProject(Workbench& wb) {
-    if (wb.projectFilePath.empty()) return;
-    SaveProject(wb);
+bool SaveCurrentProject(Workbench& wb) {
+    if (wb.projectFilePath.empty()) return false;
+    const bool saved = SaveProject(wb);
     RefreshTitle(wb);
+    return saved;
 }
 
 void RefreshTitle(Workbench& wb) {
@@ -153,8 +161,10 @@ void UpdateRecent(Workbench& wb, const std::string& path) {
 void RecentClicked(Workbench& wb, int index) {
     if (index < 0 || index >= 6) return;
     const std::string entry = wb.settings.recent[static_cast<size_t>(index)];
-    if (wb.settings.saveOnExit && upperCase(wb.projectFilePath).find(".MDL") != std::string::npos) {
-        SaveProject(wb);
+    // A model that could not be saved stays open rather than be dropped.
+    if (wb.settings.saveOnExit && upperCase(wb.projectFilePath).find(".MDL") != std::string::npos &&
+        !SaveProject(wb)) {
+        return;
     }
     std::error_code ec;
     if (entry.empty() || !fs::exists(entry, ec)) return;
@@ -197,13 +207,18 @@ void ChangeLanguage(Workbench& wb, const std::string& code) {
     WriteProfileString("Langue", "Langue", code, wb.settingsFilePath());
 }
 
-void Quit(Workbench& wb) {
+bool Quit(Workbench& wb) {
+    bool saved = true;
     if (wb.settings.saveOnExit && !wb.projectFilePath.empty() &&
         wb.sheet.text(F_3D::T_NOM_Modele) != kUnknownModel) {
-        runGuarded(wb, [&] { SaveProject(wb); });
+        saved = false;
+        runGuarded(wb, [&] { saved = SaveProject(wb); });
     }
     WriteProfileString("Projet", "MDL", wb.projectFilePath, wb.settingsFilePath());
-    wb.catalogue.write(wb.catalogueFilePath());
+    std::string reason;
+    if (!wb.catalogue.write(wb.catalogueFilePath(), &reason) && wb.showMessage)
+        wb.showMessage(writeFailureMessage(wb.catalogueFilePath(), reason));
+    return saved;
 }
 
 }  // namespace tarvokin

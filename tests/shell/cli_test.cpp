@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
+#include <filesystem>
 #include <map>
 #include <sstream>
 
@@ -105,6 +107,30 @@ TEST(CliFields, UnreadableProjectsFailWithAMessage) {
     CliRun nonNumeric = cli({"fields", bad, "--home", h.home()});
     EXPECT_EQ(nonNumeric.status, 1);
     EXPECT_EQ(nonNumeric.err.rfind("[#7] ", 0), 0u) << nonNumeric.err;
+}
+
+TEST(CliFields, AFileThatCannotBeWrittenFailsTheCommand) {
+    Home h;
+    std::filesystem::permissions(h.demo(), std::filesystem::perms(0444));
+    const std::string before = test::readBytes(h.demo());
+    // Choosing a motor writes it to the project at once.
+    CliRun r = cli({"fields", h.demo(), "--home", h.home(), "--open", "20", "--set",
+                    "F_MOTORISATIONS.CB_MOT=AXI@2820/10"});
+    EXPECT_EQ(r.status, 1);
+    EXPECT_NE(r.err.find("lecture seule"), std::string::npos) << r.err;
+    EXPECT_EQ(test::readBytes(h.demo()), before);
+}
+
+TEST(CliFields, ReadingAProjectWritesNothing) {
+    Home h;
+    const std::filesystem::path catalogue = h.dir / "DATA" / "GENERIC.CSV";
+    const auto old = std::filesystem::file_time_type::clock::now() - std::chrono::hours(48);
+    std::filesystem::last_write_time(h.demo(), old);
+    std::filesystem::last_write_time(catalogue, old);
+    CliRun r = cli({"fields", h.demo(), "--home", h.home()});
+    ASSERT_EQ(r.status, 0) << r.err;
+    EXPECT_EQ(std::filesystem::last_write_time(h.demo()), old);
+    EXPECT_EQ(std::filesystem::last_write_time(catalogue), old);
 }
 
 TEST(CliFields, UnknownFieldOrCommandIsAUsageError) {

@@ -126,7 +126,8 @@ MainWindow::MainWindow(Workbench& wb, SheetBridge& bridge, QWidget* parent)
     buildToolbar();
     buildMenus();
     buildPanelWindows();
-    auto title = [this] { setWindowTitle(qs(wb_.sheet.text(F_Main::Caption))); };
+    // "[*]" is where Qt shows the mark of a model whose last save failed.
+    auto title = [this] { setWindowTitle(qs(wb_.sheet.text(F_Main::Caption)) + QStringLiteral("[*]")); };
     title();
     bridge_.watch(F_Main::Caption, this, title);
     for (int p = 1; p <= 33; ++p) bridge_.watch(F_Main::Toolbar2[p], this, [this] { panelTagsChanged(); });
@@ -292,7 +293,7 @@ void MainWindow::buildToolbar() {
     buttons_[button::Save]->setEnabled(true);
     connect(buttons_[button::Save], &QAction::triggered, this, [this] {
         if (wb_.projectFilePath.empty()) saveProjectAs();
-        else guarded(wb_, [this] { SaveCurrentProject(wb_); });
+        else guarded(wb_, [this] { setWindowModified(!SaveCurrentProject(wb_)); });
     });
     buttons_[button::CloseAll]->setEnabled(true);
     connect(buttons_[button::CloseAll], &QAction::triggered, this, [this] { CloseAllPanels(wb_); });
@@ -516,6 +517,7 @@ void MainWindow::openProject() {
                                                       QStringLiteral("Fichiers Modèles (*.mdl *.MDL);;All Files (*)"));
     if (file.isEmpty()) return;
     guarded(wb_, [&] { OpenProject(wb_, ss(file)); });
+    setWindowModified(false);
 }
 
 void MainWindow::saveProjectAs() {
@@ -523,7 +525,8 @@ void MainWindow::saveProjectAs() {
     if (offer.isEmpty()) offer = qs((wb_.home() / "MODELES" / wb_.sheet.text(F_3D::T_NOM_Modele)).string());
     const QString file = QFileDialog::getSaveFileName(this, QStringLiteral("Sauvegarder le Projet"), offer,
                                                       QStringLiteral("Fichiers Modèles (*.mdl *.MDL);;All Files (*)"));
-    guarded(wb_, [&] { SaveProjectAs(wb_, ss(file)); });
+    if (file.isEmpty()) return;
+    guarded(wb_, [&] { setWindowModified(!SaveProjectAs(wb_, ss(file))); });
 }
 
 void MainWindow::openPreferences() {
@@ -544,7 +547,14 @@ void MainWindow::openInEditor(const QString& relativePath, const QString& missin
 void MainWindow::closeEvent(QCloseEvent* e) {
     if (!quitting_) {
         quitting_ = true;
-        Quit(wb_);
+        if (!Quit(wb_)) {
+            // The save on exit failed and the user has been told why: the
+            // model stays on screen so that it can be saved elsewhere.
+            quitting_ = false;
+            setWindowModified(true);
+            e->ignore();
+            return;
+        }
     }
     e->accept();
 }

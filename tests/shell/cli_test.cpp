@@ -6,6 +6,8 @@
 #include <map>
 #include <sstream>
 
+#include "airfoils/catalogue_edit.h"
+#include "project/numbers.h"
 #include "project/profile_file.h"
 #include "shell/cli.h"
 #include "support/temp_dir.h"
@@ -131,6 +133,18 @@ TEST(CliFields, ReadingAProjectWritesNothing) {
     ASSERT_EQ(r.status, 0) << r.err;
     EXPECT_EQ(std::filesystem::last_write_time(h.demo()), old);
     EXPECT_EQ(std::filesystem::last_write_time(catalogue), old);
+}
+
+TEST(CliFields, ReynoldsEstimateFollowsEachOfItsEntries) {
+    Home h;
+    CliRun r = cli({"fields", h.demo(), "--home", h.home(), "--set", "F_PROFILS.b6=36", "--set", "F_PROFILS.b5=30",
+                    "--set", "F_PROFILS.B4=1.5"});
+    ASSERT_EQ(r.status, 0) << r.err;
+    EXPECT_EQ(r.fields["F_PROFILS.T_RE"], "140000");
+    // The demo's 40 km/h and 40 dm² with a span of 1.5 m instead of 2 m.
+    CliRun span = cli({"fields", h.demo(), "--home", h.home(), "--set", "F_PROFILS.B4=1.5"});
+    EXPECT_EQ(span.fields["F_PROFILS.T_RE"], plain(Calc_Re(40, 40, 1.5)));
+    EXPECT_NE(span.fields["F_PROFILS.T_RE"], "155555");
 }
 
 TEST(CliFields, UnknownFieldOrCommandIsAUsageError) {

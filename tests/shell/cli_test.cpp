@@ -147,6 +147,23 @@ TEST(CliFields, ReynoldsEstimateFollowsEachOfItsEntries) {
     EXPECT_NE(span.fields["F_PROFILS.T_RE"], "155555");
 }
 
+TEST(CliOptions, EveryCommandTakesHomeAndHelp) {
+    Home h;
+    const std::string pol = h.home() + "/POLAIRES/CLARKY_220000.POL";
+    EXPECT_EQ(cli({"polar", pol, "--home", h.home()}).status, 0);
+    for (const char* command : {"fields", "perf", "polar", "cx", "compute-polar", "plan"}) {
+        for (const char* help : {"--help", "-h"}) {
+            CliRun r = cli({command, help});
+            EXPECT_EQ(r.status, 0) << command;
+            // The usage of every command.
+            for (const char* each : {"fields ", "perf ", "polar ", "cx ", "compute-polar ", "plan "})
+                EXPECT_NE(r.out.find(std::string("tarvokin-cli ") + each), std::string::npos) << command << each;
+        }
+    }
+    EXPECT_EQ(cli({"--help"}).status, 0);
+    EXPECT_EQ(cli({}).status, 2);
+}
+
 TEST(CliFields, UnknownFieldOrCommandIsAUsageError) {
     Home h;
     EXPECT_EQ(cli({"fields", h.demo(), "--home", h.home(), "--set", "F_GEO_SF.zz=1"}).status, 2);

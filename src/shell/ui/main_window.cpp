@@ -135,6 +135,14 @@ MainWindow::MainWindow(Workbench& wb, SheetBridge& bridge, QWidget* parent)
     resize(1200, 820);
 }
 
+MainWindow::~MainWindow() {
+    // The docks are children, deleted by the base class after this body has
+    // run; hiding them then would call the handlers below on a window that
+    // is no longer a MainWindow.
+    for (QDockWidget* dock : {designDock_, settingsDock_, airfoilDock_})
+        if (dock) disconnect(dock, nullptr, this, nullptr);
+}
+
 QAction* MainWindow::toolbarButton(int position) const {
     auto it = buttons_.find(position);
     return it == buttons_.end() ? nullptr : it->second;

@@ -85,7 +85,7 @@ FiguresGrid fillFiguresGrid(Workbench& wb) {
             // Only a polar that holds rows has figures: a slot whose polars
             // are not read yet, or a run that converged nowhere, would put
             // zeros in the catalogue.
-            if (i == kReynoldsCount - 1 && !name.empty() && r.LastRow > 0) {
+            if (i == kReynoldsCount - 1 && !name.empty() && r.Cxmin > 0) {
                 const size_t row = wb.catalogue.Find_Profil(name);
                 if (row != kNotFound) {
                     CatalogueRow& c = wb.catalogue.rows[row];

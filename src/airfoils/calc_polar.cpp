@@ -3,9 +3,11 @@
 #include <cmath>
 
 #include "project/file_spelling.h"
+#include "airfoils/polar_store.h"
 #include "airfoils/xfoil_runner.h"
 #include "project/numbers.h"
 #include "project/text_case.h"
+#include "shell/progress.h"
 #include "shell/workbench.h"
 
 namespace tarvokin {
@@ -80,6 +82,12 @@ PolarRun Calc_Polar(Workbench& wb, int mode, std::optional<std::string> Re, cons
     run.polar = job.polarPath;
     run.reason = runXfoil(job, hooks);
     run.saved = run.reason.empty();
+    // XFOIL saves a header alone when no angle converged: the file reads as
+    // a polar, but the run computed nothing and the modeller must know it.
+    if (run.saved && !PolarHasRows(run.polar)) {
+        run.reason = "XFOIL : aucun point convergé pour Re " + reText;
+        if (hooks.progress) hooks.progress->report(run.reason, 1.0);
+    }
     // A failed run is read too: the reader finds no file and leaves the
     // slot's record empty, which is what the callers expect of it.
     if (slot && readPolar) run.read = readPolar(run.polar);

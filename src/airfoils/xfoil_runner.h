@@ -66,7 +66,9 @@ struct PolarRun {
     bool read = false;   // the reader's answer; only a slot (0, 1, 2) is read
     bool saved = false;  // XFOIL ran to its end and saved the polar file
     std::filesystem::path polar;
-    std::string reason;  // one line for the user when no polar was made
+    std::string reason;  // one line for the user when no polar was made, or one without a point
+    // The run gave a polar with at least one converged point.
+    bool computed() const { return saved && reason.empty(); }
 };
 
 // Computes one polar. `mode` tells where the airfoil comes from:

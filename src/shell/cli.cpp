@@ -419,7 +419,7 @@ int computePolarCommand(const std::vector<std::string>& a, const std::string& ex
     WaitHooks hooks;
     hooks.progress = &progress;
     PolarRun run = Calc_Polar(wb, 110, reText, polar, outline, pos[1], hooks);
-    if (!run.saved) {
+    if (!run.computed()) {
         err << "tarvokin-cli: " << run.reason << "\n";
         return 1;
     }

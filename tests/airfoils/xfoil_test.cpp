@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 #include <thread>
 
+#include "airfoils/airfoil_selection.h"
 #include "airfoils/polar_store.h"
 #include "airfoils/xfoil_runner.h"
 #include "shell/session.h"
@@ -252,6 +253,38 @@ TEST(XfoilRun, MissingNonExecutableOrCrashingSolverFailsWithAReasonAndLeavesNoPo
     run = Calc_Polar(inst.wb, 0, "0", "", "", "", {}, reader);
     EXPECT_EQ(run.reason, "");
     EXPECT_FALSE(readCalled);
+}
+
+TEST(XfoilRun, APolarWithoutAConvergedPointIsAFailedRunWhoseFiguresAreNotTaken) {
+    Installation inst;
+    inst.wb.catalogue.rows[0].Cm0 = -0.08;
+    inst.wb.catalogue.rows[0].Alpha0 = -3.5;
+    // What XFOIL saves when no angle converges: the header and no row.
+    writeBytes(inst.dir / "xfoil", "#!/bin/sh\nmkdir -p " + (inst.dir / "POLAIRES").string() + "\ncat > " +
+                                       inst.polar().string() +
+                                       " <<EOF\n XFOIL polar\n\n   alpha    CL        CD       CDp       CM\n"
+                                       "  ------ -------- --------- --------- --------\nEOF\n");
+    fs::permissions(inst.dir / "xfoil", fs::perms::owner_all);
+    inst.wb.settings.xfoilPath = (inst.dir / "xfoil").string();
+    struct Texts : Progress {
+        std::vector<std::string> seen;
+        void report(const std::string& text, double) override { seen.push_back(text); }
+    } progress;
+    const PolarRun run = Calc_Polar(inst.wb, 0, "220000", "", "", "", {{}, &progress}, [&](const fs::path& p) {
+        return Read_Polar(inst.wb.polars, p, 0, 3);
+    });
+    // The reader keeps its behaviour: the file is read in full.
+    EXPECT_TRUE(run.read);
+    EXPECT_TRUE(run.saved);
+    EXPECT_FALSE(run.computed());
+    EXPECT_NE(run.reason.find("aucun point convergé"), std::string::npos) << run.reason;
+    EXPECT_NE(run.reason.find("220000"), std::string::npos) << run.reason;
+    ASSERT_FALSE(progress.seen.empty());
+    EXPECT_EQ(progress.seen.back(), run.reason);
+    // The catalogue keeps the figures it had.
+    fillFiguresGrid(inst.wb);
+    EXPECT_EQ(inst.wb.catalogue.rows[0].Cm0, -0.08);
+    EXPECT_EQ(inst.wb.catalogue.rows[0].Alpha0, -3.5);
 }
 
 TEST(XfoilRun, HangingSolverIsStoppedByTheTimeLimitAndByCancel) {

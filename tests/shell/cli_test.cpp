@@ -219,6 +219,19 @@ TEST(CliComputePolar, OneXfoilRunWithTheInstallationSettings) {
     EXPECT_FALSE(missing.err.empty());
 }
 
+TEST(CliComputePolar, ARunWithoutAConvergedPointFails) {
+    Home h;
+    const std::string out = h.home() + "/e.pol";
+    const std::string solver = h.home() + "/fake-xfoil";
+    test::writeBytes(solver, "#!/bin/sh\nprintf ' XFOIL\\n   alpha    CL\\n  ------ --------\\n' > " + out + "\n");
+    std::filesystem::permissions(solver, std::filesystem::perms::owner_all);
+    WriteProfileString("XFOIL", "Path", solver, h.home() + "/TARVOKIN.INI");
+    CliRun r = cli({"compute-polar", h.home() + "/DATA/E387.DAT", "E387", "100000", "--out", out, "--home", h.home()});
+    EXPECT_EQ(r.status, 1);
+    EXPECT_NE(r.err.find("aucun point convergé"), std::string::npos) << r.err;
+    EXPECT_TRUE(r.out.empty());
+}
+
 TEST(CliPlan, WritesTheChosenPlanAtTrueScaleAndPrintsItsTexts) {
     Home h;
     const std::string svg = h.home() + "/centrage.svg", dxf = h.home() + "/dessus.dxf";

@@ -1,0 +1,66 @@
+// The main window around the project file: a save that fails is told and the
+// window keeps the model's modified mark; a close whose save fails leaves the
+// model on screen; the window goes without running its dock handlers.
+#include <QAction>
+#include <QtTest>
+#include <filesystem>
+
+#include "main_window_fixture.h"
+#include "support/temp_dir.h"
+
+using namespace tarvokin;
+
+class MainWindowTest : public QObject {
+    Q_OBJECT
+
+    static bool told(const std::vector<std::string>& messages, const char* part) {
+        for (const std::string& m : messages)
+            if (m.find(part) != std::string::npos) return true;
+        return false;
+    }
+
+private slots:
+    void aFailedSaveIsToldAndTheWindowKeepsItsMark() {
+        test::MainWindowFixture f;
+        const std::filesystem::path file = f.wb.projectFilePath;
+        const std::string before = test::readBytes(file);
+        std::filesystem::permissions(file, std::filesystem::perms(0444));
+        f.wb.sheet.set(F_3D::T_NOM_Modele, "Renamed");
+        f.window->toolbarButton(button::Save)->trigger();
+        QVERIFY(told(f.messages, "lecture seule"));
+        QVERIFY(f.window->isWindowModified());
+        QVERIFY(f.window->windowTitle().contains(QStringLiteral("[*]")));
+        QCOMPARE(test::readBytes(file), before);
+
+        // Once the file can be written again, the save clears the mark.
+        std::filesystem::permissions(file, std::filesystem::perms(0644));
+        f.window->toolbarButton(button::Save)->trigger();
+        QVERIFY(!f.window->isWindowModified());
+        QVERIFY(test::readBytes(file) != before);
+    }
+
+    void aCloseWhoseSaveFailsLeavesTheModelOnScreen() {
+        test::MainWindowFixture f;
+        f.wb.settings.saveOnExit = true;
+        f.wb.sheet.set(F_3D::T_NOM_Modele, "Renamed");
+        std::filesystem::permissions(f.wb.projectFilePath, std::filesystem::perms(0444));
+        QVERIFY(!f.window->close());
+        QVERIFY(f.window->isVisible());
+        QVERIFY(told(f.messages, "lecture seule"));
+        std::filesystem::permissions(f.wb.projectFilePath, std::filesystem::perms(0644));
+        QVERIFY(f.window->close());
+    }
+
+    void theWindowGoesWithoutTouchingThePanels() {
+        // Its docks are hidden as they are deleted; their handlers must not
+        // run then (they would close the panels, on a half-destroyed window).
+        test::MainWindowFixture f;
+        for (int b : {button::Wing, button::Reglages, button::Profils}) f.wb.setOpen(b, true);
+        QTRY_VERIFY(f.window->isVisible());
+        f.window.reset();
+        for (int b : {button::Wing, button::Reglages, button::Profils}) QVERIFY(f.wb.isOpen(b));
+    }
+};
+
+QTEST_MAIN(MainWindowTest)
+#include "main_window_test.moc"

@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "airfoils/outline.h"
+#include "airfoils/xfoil_runner.h"
 #include "project/file_replace.h"
 #include "project/profile_file.h"
 #include "project/project_file.h"
@@ -39,6 +40,8 @@ std::string profilValue(const Workbench& wb, int slot) {
 }  // namespace
 
 void ReadSettingsAndCatalogue(Workbench& wb) {
+    // Scripts left by a solver run whose program was killed hard.
+    removeStaleXfoilRun(wb.home());
     wb.settings = readSettings(wb.settingsFilePath(), wb.home());
     wb.catalogue.read(wb.catalogueFilePath());
     wb.fillAirfoilLists();

@@ -2,6 +2,8 @@
 // window keeps the model's modified mark; a close whose save fails leaves the
 // model on screen; the window goes without running its dock handlers.
 #include <QAction>
+#include <QStatusBar>
+#include <QTimer>
 #include <QtTest>
 #include <filesystem>
 
@@ -49,6 +51,31 @@ private slots:
         QVERIFY(told(f.messages, "lecture seule"));
         std::filesystem::permissions(f.wb.projectFilePath, std::filesystem::perms(0644));
         QVERIFY(f.window->close());
+    }
+
+    void closingTheWindowEndsASolverRunAndItsScripts() {
+        test::MainWindowFixture f;
+        const std::filesystem::path solver = f.dir / "hang.sh", pidFile = f.dir / "child.pid";
+        test::writeBytes(solver, "#!/bin/sh\nsleep 60 &\necho $! > " + pidFile.string() + "\nwait\n");
+        std::filesystem::permissions(solver, std::filesystem::perms::owner_all);
+        f.wb.settings.xfoilPath = solver.string();
+        f.wb.settings.saveOnExit = false;
+        f.wb.settings.xfoilTimeout = 10;  // a run left to itself would end there
+        // The window is closed while the run waits, from the run's own event processing.
+        QTimer poll;
+        connect(&poll, &QTimer::timeout, f.window.get(), [&] {
+            if (!test::readBytes(pidFile).empty()) f.window->close();
+        });
+        poll.start(50);
+        QVERIFY(!f.window->computePolar(0, 100000));
+        QVERIFY(!f.window->statusBar()->currentMessage().contains(QStringLiteral("temps limite")));
+        const std::string pid = test::readBytes(pidFile);
+        QVERIFY(!pid.empty());
+        QTRY_VERIFY(test::readBytes("/proc/" + std::to_string(std::stoi(pid)) + "/stat").empty() ||
+                    test::readBytes("/proc/" + std::to_string(std::stoi(pid)) + "/stat").find(") Z ") !=
+                        std::string::npos);
+        QVERIFY(!std::filesystem::exists(f.dir / "START_XFOIL.CMD"));
+        QVERIFY(!std::filesystem::exists(f.dir / "START_XFOIL.RUN"));
     }
 
     void theWindowGoesWithoutTouchingThePanels() {

@@ -563,6 +563,8 @@ void MainWindow::closeEvent(QCloseEvent* e) {
             e->ignore();
             return;
         }
+        // A solver run under way ends with the window, scripts and all.
+        stopSolverRuns();
     }
     e->accept();
 }

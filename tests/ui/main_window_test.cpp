@@ -5,6 +5,7 @@
 #include <QStatusBar>
 #include <QTimer>
 #include <QtTest>
+#include <chrono>
 #include <filesystem>
 
 #include "main_window_fixture.h"
@@ -39,6 +40,19 @@ private slots:
         f.window->toolbarButton(button::Save)->trigger();
         QVERIFY(!f.window->isWindowModified());
         QVERIFY(test::readBytes(file) != before);
+    }
+
+    void openingAProjectAndItsAirfoilsWritesNothing() {
+        test::MainWindowFixture f;
+        const std::filesystem::path project = f.wb.projectFilePath, catalogue = f.wb.catalogueFilePath();
+        const auto old = std::filesystem::file_time_type::clock::now() - std::chrono::hours(48);
+        for (const auto& file : {project, catalogue}) std::filesystem::last_write_time(file, old);
+        OpenProject(f.wb, project.string());
+        f.window->toolbarButton(button::Profils)->trigger();
+        QTRY_VERIFY(!f.wb.sheet.text(F_PROFILS::T_CXMin[0]).empty());
+        QTest::qWait(100);  // the queued filling of the slots has run
+        QCOMPARE(std::filesystem::last_write_time(project), old);
+        QCOMPARE(std::filesystem::last_write_time(catalogue), old);
     }
 
     void aCloseWhoseSaveFailsLeavesTheModelOnScreen() {

@@ -6,6 +6,7 @@
 #include "airfoils/polar_store.h"
 #include "design/recalc.h"
 #include "project/profile_file.h"
+#include "project/project_file.h"
 #include "shell/workbench.h"
 
 namespace tarvokin {
@@ -53,7 +54,7 @@ void CB_1_Click(Workbench& wb, int slot, const PolarComputer& compute) {
     }
     refreshReynoldsEstimate(wb);
     if (!wb.projectFilePath.empty()) {
-        WriteProfileString("Modele", "Profil_" + std::to_string(slot), text, wb.projectFilePath);
+        WriteProjectKey(wb, "Modele", "Profil_" + std::to_string(slot), text);
     }
     const int last = static_cast<int>(wb.catalogue.rows.size()) - 1;
     if (s.listIndex(list) > last) s.setListIndex(list, last);

@@ -2,7 +2,9 @@
 
 #include <cmath>
 
+#include "project/file_replace.h"
 #include "project/profile_file.h"
+#include "project/project_file.h"
 #include "project/text_case.h"
 #include "shell/workbench.h"
 
@@ -16,7 +18,11 @@ bool isGeneric(const CatalogueRow& r) { return r.Profil.find("Générique") != s
 
 }  // namespace
 
-void Write_Generic(const Workbench& wb) { wb.catalogue.write(wb.catalogueFilePath()); }
+void Write_Generic(const Workbench& wb) {
+    std::string reason;
+    if (!wb.catalogue.write(wb.catalogueFilePath(), &reason) && wb.showMessage)
+        wb.showMessage(writeFailureMessage(wb.catalogueFilePath(), reason));
+}
 
 void Add_Profil(Workbench& wb, int slot, const std::string& fileIn, int keep) {
     if (slot < 0 || slot > 2) return;
@@ -31,8 +37,7 @@ void Add_Profil(Workbench& wb, int slot, const std::string& fileIn, int keep) {
 
     Sheet& s = wb.sheet;
     if (keep == 0 && !wb.projectFilePath.empty()) {
-        WriteProfileString("Modele", "Profil_" + std::to_string(slot), s.text(F_PROFILS::CB_1[slot]),
-                           wb.projectFilePath);
+        WriteProjectKey(wb, "Modele", "Profil_" + std::to_string(slot), s.text(F_PROFILS::CB_1[slot]));
     }
 
     int others[3];

@@ -6,7 +6,6 @@
 
 #include "design/grid_cells.h"
 #include "design/recalc.h"
-#include "project/file_replace.h"
 #include "project/numbers.h"
 #include "project/profile_file.h"
 #include "project/project_file.h"
@@ -35,15 +34,12 @@ int countSpans(const Workbench& wb, const grid::Row& length) {
 void apply(Workbench& wb, const char* section, int panel, const std::vector<Edit>& edits) {
     const std::string n = std::to_string(panel + 1);
     if (!wb.projectFilePath.empty() && SaveProject(wb)) {
-        std::string reason;
         bool written = true;
-        for (const Edit& e : edits)
-            written = written && WriteProfileString(section, e.key + n, e.value, wb.projectFilePath, &reason);
+        for (const Edit& e : edits) written = written && WriteProjectKey(wb, section, e.key + n, e.value);
         if (written) {
             LoadProject(wb);
             return;
         }
-        if (wb.showMessage) wb.showMessage(writeFailureMessage(wb.projectFilePath, reason));
     }
     for (const Edit& e : edits) wb.sheet.set(e.cell, e.value);
     RecalcAll(wb);

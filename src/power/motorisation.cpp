@@ -7,9 +7,9 @@
 #include "design/performance.h"
 #include "power/motor_relations.h"
 #include "power/motor_table.h"
-#include "project/file_replace.h"
 #include "project/numbers.h"
 #include "project/profile_file.h"
+#include "project/project_file.h"
 #include "project/text_case.h"
 #include "shell/workbench.h"
 
@@ -119,11 +119,7 @@ bool CB_MOT_Click(Workbench& wb) {
     // keeps it in its fields until it is.
     std::error_code ec;
     if (!wb.projectFilePath.empty() && std::filesystem::is_regular_file(wb.projectFilePath, ec)) {
-        std::string reason;
-        if ((!WriteProfileString("Moteur", "Marque", marque, wb.projectFilePath, &reason) ||
-             !WriteProfileString("Moteur", "Moteur", modele, wb.projectFilePath, &reason)) &&
-            wb.showMessage)
-            wb.showMessage(writeFailureMessage(wb.projectFilePath, reason));
+        if (WriteProjectKey(wb, "Moteur", "Marque", marque)) WriteProjectKey(wb, "Moteur", "Moteur", modele);
     }
     RefreshMotorisation(wb);
     return true;

@@ -440,6 +440,13 @@ void LoadProject(Workbench& wb) {
     }
 }
 
+bool WriteProjectKey(Workbench& wb, std::string_view section, std::string_view key, std::string_view value) {
+    std::string reason;
+    if (WriteProfileString(section, key, value, wb.projectFilePath, &reason)) return true;
+    if (wb.showMessage) wb.showMessage(writeFailureMessage(wb.projectFilePath, reason));
+    return false;
+}
+
 bool SaveProject(Workbench& wb) {
     const Sheet& s = wb.sheet;
     wb.projectFilePath = completedPath(wb, wb.projectFilePath);

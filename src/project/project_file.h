@@ -2,6 +2,8 @@
 // and written back from them, key by key, in a fixed table order.
 #pragma once
 
+#include <string_view>
+
 namespace tarvokin {
 
 class Workbench;
@@ -16,5 +18,10 @@ void LoadProject(Workbench& wb);
 // cannot be written is reported through wb.showMessage and gives false; the
 // file on disk is then the one the user had.
 bool SaveProject(Workbench& wb);
+
+// Writes one key of wb.projectFilePath at once, for the choices the program
+// keeps as they are made; a failure is told through wb.showMessage as the
+// save's is. False when the key could not be written.
+bool WriteProjectKey(Workbench& wb, std::string_view section, std::string_view key, std::string_view value);
 
 }  // namespace tarvokin

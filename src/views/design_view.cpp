@@ -5,6 +5,7 @@
 
 #include "project/numbers.h"
 #include "project/profile_file.h"
+#include "project/project_file.h"
 #include "shell/workbench.h"
 #include "views/aircraft_mesh.h"
 #include "views/engine.h"
@@ -219,7 +220,7 @@ void SetViewColour(Workbench& wb, Cell sample, PackedColour colour) {
     }
     if (!key) return;
     if (project && !wb.projectFilePath.empty())
-        WriteProfileString("Colors", key, text, wb.projectFilePath);
+        WriteProjectKey(wb, "Colors", key, text);
     else if (!project)
         WriteProfileString("Colors", key, text, wb.settingsFilePath());
     v.NeedsRedraw = true;

@@ -15,6 +15,7 @@
 #include <QVBoxLayout>
 
 #include "project/profile_file.h"
+#include "project/project_file.h"
 #include "shell/ui/cell_widgets.h"
 #include "shell/ui/sheet_bridge.h"
 #include "shell/workbench.h"
@@ -217,7 +218,7 @@ void DesignViewArea::setPhotoMode(bool on) {
 
 void DesignViewArea::loadPhoto(PlanView v, const QString& file) {
     if (!wb_.projectFilePath.empty())
-        WriteProfileString("IMAGES", photoKey(v), file.toStdString(), wb_.projectFilePath);
+        WriteProjectKey(wb_, "IMAGES", photoKey(v), file.toStdString());
     photo_ = true;
     applyPhotos();
 }

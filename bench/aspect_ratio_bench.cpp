@@ -8,11 +8,14 @@
 #include <string>
 #include <unistd.h>
 
+#include "entry/airfoil_choice.h"
+#include "entry/entry_path.h"
 #include "airfoils/airfoil_selection.h"
 #include "design/aspect_ratio.h"
-#include "project/project_file.h"
-#include "shell/session.h"
-#include "shell/workbench.h"
+#include "entry/project_io.h"
+#include "entry/session.h"
+#include "core/workbench.h"
+#include "entry/window_logic.h"
 
 namespace {
 
@@ -36,6 +39,7 @@ struct DemoHome {
 void run(benchmark::State& state, bool analytic) {
     DemoHome home;
     Workbench wb(home.dir);
+    InstallWindowLogic(wb);
     ReadSettingsAndCatalogue(wb);
     wb.projectFilePath = (home.dir / "MODELES" / "DEMO.MDL").string();
     LoadProject(wb);

@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "airfoils/polar_store.h"
+#include "airfoils/polar_lookup.h"
 
 namespace {
 

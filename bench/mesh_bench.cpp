@@ -8,13 +8,14 @@
 #include <filesystem>
 
 #include "design/recalc.h"
-#include "project/project_file.h"
-#include "shell/session.h"
-#include "shell/workbench.h"
+#include "entry/project_io.h"
+#include "entry/session.h"
+#include "core/workbench.h"
 #include "views/aircraft_mesh.h"
 #include "views/plan.h"
 #include "views/design_view.h"
 #include "counting_surface.h"
+#include "entry/window_logic.h"
 
 namespace {
 
@@ -29,6 +30,7 @@ void loadDemo(Workbench& wb) {
 
 void BM_BuildAircraftDemo(benchmark::State& state) {
     Workbench wb(TARVOKIN_DATA_DIR);
+    InstallWindowLogic(wb);
     loadDemo(wb);
     for (auto _ : state) {
         BuildAircraft(wb);
@@ -39,6 +41,7 @@ BENCHMARK(BM_BuildAircraftDemo)->Unit(benchmark::kMicrosecond);
 
 void BM_DrawCentringPlanDemo(benchmark::State& state) {
     Workbench wb(TARVOKIN_DATA_DIR);
+    InstallWindowLogic(wb);
     loadDemo(wb);
     for (auto _ : state) {
         Plan p = DrawCentringPlan(wb);
@@ -51,6 +54,7 @@ BENCHMARK(BM_DrawCentringPlanDemo)->Unit(benchmark::kMicrosecond);
 // argument 2 is the lit flat faces, 5 the blended corners of "Vue Surface".
 void BM_DemoFrame(benchmark::State& state) {
     Workbench wb(TARVOKIN_DATA_DIR);
+    InstallWindowLogic(wb);
     loadDemo(wb);
     CountingSurface surface;
     wb.view3d.surface = &surface;

@@ -8,12 +8,13 @@
 #include <memory>
 
 #include "airfoils/airfoil_selection.h"
-#include "airfoils/polar_store.h"
+#include "airfoils/polar_lookup.h"
 #include "design/performance.h"
 #include "design/recalc.h"
-#include "project/project_file.h"
-#include "shell/session.h"
-#include "shell/workbench.h"
+#include "entry/project_io.h"
+#include "entry/session.h"
+#include "core/workbench.h"
+#include "entry/window_logic.h"
 
 namespace {
 
@@ -24,6 +25,7 @@ using namespace tarvokin;
 // records the choice in the project file.
 std::unique_ptr<Workbench> demo(benchmark::State& state) {
     auto wb = std::make_unique<Workbench>(TARVOKIN_DATA_DIR);
+    InstallWindowLogic(*wb);
     ReadSettingsAndCatalogue(*wb);
     wb->projectFilePath = (std::filesystem::path(TARVOKIN_DATA_DIR) / "MODELES" / "DEMO.MDL").string();
     LoadProject(*wb);

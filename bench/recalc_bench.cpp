@@ -6,9 +6,10 @@
 #include <filesystem>
 
 #include "design/recalc.h"
-#include "project/project_file.h"
-#include "shell/session.h"
-#include "shell/workbench.h"
+#include "entry/project_io.h"
+#include "entry/session.h"
+#include "core/workbench.h"
+#include "entry/window_logic.h"
 
 namespace {
 
@@ -17,6 +18,7 @@ using namespace tarvokin;
 void BM_RecalcAllDemo(benchmark::State& state) {
     // Read from the shipped folder, never written: the benchmark saves nothing.
     Workbench wb(TARVOKIN_DATA_DIR);
+    InstallWindowLogic(wb);
     ReadSettingsAndCatalogue(wb);
     wb.projectFilePath = (std::filesystem::path(TARVOKIN_DATA_DIR) / "MODELES" / "DEMO.MDL").string();
     LoadProject(wb);

@@ -6,12 +6,13 @@
 #include <QGuiApplication>
 #include <filesystem>
 
-#include "project/project_file.h"
-#include "shell/session.h"
-#include "shell/workbench.h"
+#include "entry/project_io.h"
+#include "entry/session.h"
+#include "core/workbench.h"
 #include "views/aircraft_mesh.h"
 #include "views/design_view.h"
 #include "views/ui/qimage_surface.h"
+#include "entry/window_logic.h"
 
 namespace {
 
@@ -19,6 +20,7 @@ using namespace tarvokin;
 
 void BM_DemoFramePainted(benchmark::State& state) {
     Workbench wb(TARVOKIN_DATA_DIR);
+    InstallWindowLogic(wb);
     ReadSettingsAndCatalogue(wb);
     wb.projectFilePath = (std::filesystem::path(TARVOKIN_DATA_DIR) / "MODELES" / "DEMO.MDL").string();
     LoadProject(wb);

@@ -5,10 +5,11 @@
 #include <filesystem>
 #include <unistd.h>
 
-#include "airfoils/polar_store.h"
+#include "airfoils/polar_lookup.h"
 #include "airfoils/xfoil_runner.h"
-#include "shell/session.h"
-#include "shell/workbench.h"
+#include "entry/session.h"
+#include "core/workbench.h"
+#include "entry/window_logic.h"
 
 namespace {
 
@@ -20,6 +21,7 @@ void BM_SixPolarsOfANewAirfoil(benchmark::State& state) {
     fs::remove_all(home);
     fs::copy(TARVOKIN_DATA_DIR, home, fs::copy_options::recursive);
     Workbench wb(home);
+    InstallWindowLogic(wb);
     ReadSettingsAndCatalogue(wb);
     const std::string outline = (home / "DATA" / "E387.DAT").string();
     for (auto _ : state) {

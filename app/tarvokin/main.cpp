@@ -9,11 +9,12 @@
 
 #include "airfoils/solver_process.h"
 #include "shell/home.h"
-#include "shell/session.h"
-#include "shell/ui/cell_widgets.h"
+#include "entry/session.h"
+#include "core/ui/cell_widgets.h"
 #include "shell/ui/main_window.h"
-#include "shell/ui/sheet_bridge.h"
-#include "shell/workbench.h"
+#include "core/ui/sheet_bridge.h"
+#include "core/workbench.h"
+#include "entry/window_logic.h"
 
 using namespace tarvokin;
 
@@ -49,6 +50,7 @@ int main(int argc, char** argv) {
     }
 
     Workbench wb(home);
+    InstallWindowLogic(wb);
     ui::SheetBridge bridge(wb);
     QWidget* messageParent = nullptr;
     wb.showMessage = [&messageParent](const std::string& text) {

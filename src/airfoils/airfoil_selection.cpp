@@ -3,11 +3,10 @@
 #include <cmath>
 
 #include "airfoils/catalogue_edit.h"
-#include "airfoils/polar_store.h"
-#include "design/recalc.h"
-#include "project/profile_file.h"
-#include "project/project_file.h"
-#include "shell/workbench.h"
+#include "airfoils/polar_lookup.h"
+#include "core/profile_file.h"
+#include "core/workbench.h"
+#include "core/project_key.h"
 
 namespace tarvokin {
 
@@ -36,7 +35,7 @@ void refreshReynoldsEstimate(Workbench& wb) {
     s.setPlain(F_PROFILS::T_RE, re);
 }
 
-void CB_1_Click(Workbench& wb, int slot, const PolarComputer& compute) {
+void SelectSlotAirfoil(Workbench& wb, int slot, const PolarComputer& compute) {
     if (slot < 0 || slot > 2) return;
     Sheet& s = wb.sheet;
     const Cell list = F_PROFILS::CB_1[slot];
@@ -69,7 +68,6 @@ void CB_1_Click(Workbench& wb, int slot, const PolarComputer& compute) {
     s.setFixed(F_PROFILS::T_k[slot], f.T_k, 4);
     s.setFixed(F_PROFILS::T_Cz_Decroch[slot], f.T_Cz_Decroch, 5);
     fillFiguresGrid(wb);
-    RecalcAll(wb);
 }
 
 FiguresGrid fillFiguresGrid(Workbench& wb) {

@@ -1,6 +1,6 @@
 // Choosing the airfoil of a slot: its outline, its six polars (the missing
 // ones computed), the figures of the window and the catalogue's cached Cm0
-// and Alpha0, then the master recalculation.
+// and Alpha0.
 #pragma once
 
 #include <array>
@@ -25,8 +25,10 @@ using PolarComputer = std::function<bool(int slot, int reynolds)>;
 // the polar's name; any other row's polars bear the row's own name.
 std::filesystem::path polarFile(const Workbench& wb, const std::string& listText, int reynolds);
 
-// The selection handler of CB_1(slot).
-void CB_1_Click(Workbench& wb, int slot, const PolarComputer& compute);
+// What choosing the airfoil of a slot reads and shows: the outline, the six
+// polars (the missing ones computed), the figures, the Reynolds estimate, and
+// the slot's key in the project file. The recalculation is the caller's.
+void SelectSlotAirfoil(Workbench& wb, int slot, const PolarComputer& compute);
 
 // The grid of figures: six rows ("Cxmin", "Czopt", "k", "Czdécroch", "Cm0",
 // "Alpha0") by 3 x 6 columns (slot by Reynolds record), as the grid shows them.

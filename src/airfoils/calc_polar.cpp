@@ -2,13 +2,13 @@
 // a run by where the call comes from, runs XFOIL, and reads the polar.
 #include <cmath>
 
-#include "project/file_spelling.h"
-#include "airfoils/polar_store.h"
+#include "core/file_spelling.h"
 #include "airfoils/xfoil_runner.h"
-#include "project/numbers.h"
-#include "project/text_case.h"
-#include "shell/progress.h"
-#include "shell/workbench.h"
+#include "core/numbers.h"
+#include "core/text_case.h"
+#include "core/workbench.h"
+#include "airfoils/polar_lookup.h"
+#include "core/progress.h"
 
 namespace tarvokin {
 

@@ -2,11 +2,10 @@
 
 #include <cmath>
 
-#include "project/file_replace.h"
-#include "project/profile_file.h"
-#include "project/project_file.h"
-#include "project/text_case.h"
-#include "shell/workbench.h"
+#include "core/profile_file.h"
+#include "core/text_case.h"
+#include "core/workbench.h"
+#include "core/project_key.h"
 
 namespace tarvokin {
 
@@ -20,8 +19,7 @@ bool isGeneric(const CatalogueRow& r) { return r.Profil.find("Générique") != s
 
 void Write_Generic(const Workbench& wb) {
     std::string reason;
-    if (!wb.catalogue.write(wb.catalogueFilePath(), &reason) && wb.showMessage)
-        wb.showMessage(writeFailureMessage(wb.catalogueFilePath(), reason));
+    if (!wb.catalogue.write(wb.catalogueFilePath(), &reason)) ReportWriteFailure(wb, wb.catalogueFilePath(), reason);
 }
 
 void Add_Profil(Workbench& wb, int slot, const std::string& fileIn, int keep) {

@@ -11,9 +11,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "airfoils/polar_store.h"
-#include "project/numbers.h"
-#include "shell/workbench.h"
+#include "airfoils/polar_lookup.h"
+#include "core/numbers.h"
+#include "core/workbench.h"
 
 namespace tarvokin {
 

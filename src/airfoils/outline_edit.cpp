@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "airfoils/outline.h"
-#include "shell/workbench.h"
+#include "core/workbench.h"
 
 namespace tarvokin {
 

@@ -2,8 +2,8 @@
 #include <cmath>
 
 #include "airfoils/outline.h"
-#include "project/numbers.h"
-#include "shell/workbench.h"
+#include "core/numbers.h"
+#include "core/workbench.h"
 
 namespace tarvokin {
 

@@ -8,9 +8,9 @@
 #include <system_error>
 
 #include "airfoils/outline.h"
-#include "project/file_spelling.h"
-#include "project/numbers.h"
-#include "project/text_case.h"
+#include "core/file_spelling.h"
+#include "core/numbers.h"
+#include "core/text_case.h"
 
 namespace tarvokin {
 

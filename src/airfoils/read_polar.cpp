@@ -8,8 +8,8 @@
 #include <string>
 #include <string_view>
 
-#include "airfoils/polar_store.h"
-#include "project/numbers.h"
+#include "airfoils/polar_lookup.h"
+#include "core/numbers.h"
 
 namespace tarvokin {
 

@@ -12,7 +12,7 @@
 #include <thread>
 #include <unistd.h>
 
-#include "shell/progress.h"
+#include "core/progress.h"
 
 extern char** environ;
 

@@ -3,9 +3,9 @@
 #include <string>
 
 #include "airfoils/outline.h"
-#include "project/file_replace.h"
-#include "project/numbers.h"
-#include "shell/workbench.h"
+#include "core/numbers.h"
+#include "core/workbench.h"
+#include "core/file_replace.h"
 
 namespace tarvokin {
 

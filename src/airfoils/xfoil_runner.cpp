@@ -12,8 +12,8 @@
 #include <unistd.h>
 
 #include "airfoils/virtual_display.h"
-#include "project/numbers.h"
-#include "shell/progress.h"
+#include "core/numbers.h"
+#include "core/progress.h"
 
 namespace tarvokin {
 

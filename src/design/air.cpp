@@ -4,7 +4,7 @@
 
 #include "design/geometry.h"
 #include "design/grid_cells.h"
-#include "shell/workbench.h"
+#include "core/workbench.h"
 
 namespace tarvokin {
 

@@ -8,9 +8,9 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include "airfoils/polar_store.h"
+#include "airfoils/polar_lookup.h"
 #include "design/geometry.h"
-#include "shell/workbench.h"
+#include "core/workbench.h"
 
 namespace tarvokin {
 

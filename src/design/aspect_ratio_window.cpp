@@ -4,8 +4,8 @@
 #include <cmath>
 
 #include "design/aspect_ratio.h"
-#include "project/text_case.h"
-#include "shell/workbench.h"
+#include "core/text_case.h"
+#include "core/workbench.h"
 
 namespace tarvokin::allongement {
 

@@ -12,7 +12,7 @@
 // tests WingArea > 0 and StabArea > 0 before it asks for what depends on them.
 #pragma once
 
-#include "project/sheet.h"
+#include "core/sheet.h"
 
 namespace tarvokin {
 

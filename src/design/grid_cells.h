@@ -4,7 +4,7 @@
 
 #include <array>
 
-#include "project/cells.h"
+#include "core/cells.h"
 
 namespace tarvokin::grid {
 

@@ -11,7 +11,7 @@
 
 #include "design/geometry.h"
 #include "design/recalc.h"
-#include "shell/workbench.h"
+#include "core/workbench.h"
 
 namespace tarvokin {
 

@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "airfoils/polar_store.h"
+#include "airfoils/polar_lookup.h"
 #include "design/performance.h"
-#include "shell/workbench.h"
+#include "core/workbench.h"
 
 namespace tarvokin {
 

@@ -10,8 +10,8 @@
 #pragma once
 
 #include "design/geometry.h"
-#include "design/perf_table.h"
-#include "project/cells.h"
+#include "core/perf_table.h"
+#include "core/cells.h"
 
 namespace tarvokin {
 

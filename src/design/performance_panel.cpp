@@ -5,8 +5,8 @@
 
 #include "design/performance.h"
 #include "design/recalc.h"
-#include "project/text_case.h"
-#include "shell/workbench.h"
+#include "core/text_case.h"
+#include "core/workbench.h"
 
 namespace tarvokin {
 

@@ -12,7 +12,7 @@
 #include "design/grid_cells.h"
 #include "design/recalc.h"
 #include "design/summary.h"
-#include "shell/workbench.h"
+#include "core/workbench.h"
 
 namespace tarvokin {
 

@@ -4,7 +4,7 @@
 
 #include "design/geometry.h"
 #include "design/grid_cells.h"
-#include "project/list_items.h"
+#include "core/list_items.h"
 
 namespace tarvokin {
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "project/sheet.h"
+#include "core/sheet.h"
 
 namespace tarvokin {
 

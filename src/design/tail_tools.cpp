@@ -4,9 +4,9 @@
 #include <limits>
 
 #include "design/geometry.h"
-#include "project/numbers.h"
-#include "project/text_case.h"
-#include "shell/workbench.h"
+#include "core/numbers.h"
+#include "core/text_case.h"
+#include "core/workbench.h"
 
 namespace tarvokin {
 

@@ -3,7 +3,7 @@
 // Normal") on chords and length. Neither touches the design.
 #pragma once
 
-#include "project/cells.h"
+#include "core/cells.h"
 
 namespace tarvokin {
 

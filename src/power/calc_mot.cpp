@@ -5,8 +5,8 @@
 #include <string>
 
 #include "power/motor_relations.h"
-#include "project/numbers.h"
-#include "shell/workbench.h"
+#include "core/numbers.h"
+#include "core/workbench.h"
 
 namespace tarvokin {
 

@@ -5,7 +5,7 @@
 
 #include <vector>
 
-#include "views/chart_data.h"
+#include "core/chart_data.h"
 
 namespace tarvokin {
 

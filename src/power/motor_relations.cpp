@@ -3,8 +3,8 @@
 #include <array>
 #include <cmath>
 
-#include "project/numbers.h"
-#include "project/text_case.h"
+#include "core/numbers.h"
+#include "core/text_case.h"
 
 namespace tarvokin {
 

@@ -6,10 +6,10 @@
 #include <set>
 
 #include "power/calc_mot.h"
-#include "project/file_spelling.h"
-#include "project/numbers.h"
-#include "project/text_case.h"
-#include "shell/workbench.h"
+#include "core/file_spelling.h"
+#include "core/numbers.h"
+#include "core/text_case.h"
+#include "core/workbench.h"
 
 namespace tarvokin {
 

@@ -7,11 +7,11 @@
 #include "design/performance.h"
 #include "power/motor_relations.h"
 #include "power/motor_table.h"
-#include "project/numbers.h"
-#include "project/profile_file.h"
-#include "project/project_file.h"
-#include "project/text_case.h"
-#include "shell/workbench.h"
+#include "core/numbers.h"
+#include "core/profile_file.h"
+#include "core/text_case.h"
+#include "core/workbench.h"
+#include "core/project_key.h"
 
 namespace tarvokin {
 

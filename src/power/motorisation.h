@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "power/calc_mot.h"
-#include "views/chart_data.h"
+#include "core/chart_data.h"
 
 namespace tarvokin {
 

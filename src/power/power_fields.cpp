@@ -3,7 +3,7 @@
 #include "power/calc_mot.h"
 #include "power/motorisation.h"
 #include "power/servos.h"
-#include "shell/workbench.h"
+#include "core/workbench.h"
 
 namespace tarvokin {
 

@@ -2,7 +2,7 @@
 // refreshes those windows run when they open.
 #pragma once
 
-#include "project/cells.h"
+#include "core/cells.h"
 
 namespace tarvokin {
 

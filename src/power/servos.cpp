@@ -4,8 +4,8 @@
 
 #include "design/geometry.h"
 #include "power/motor_relations.h"
-#include "project/numbers.h"
-#include "shell/workbench.h"
+#include "core/numbers.h"
+#include "core/workbench.h"
 
 namespace tarvokin {
 

@@ -6,8 +6,8 @@
 #include <array>
 #include <vector>
 
-#include "project/cells.h"
-#include "views/chart_data.h"
+#include "core/cells.h"
+#include "core/chart_data.h"
 
 namespace tarvokin {
 

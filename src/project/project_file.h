@@ -1,27 +1,29 @@
-// The project file (.MDL): one model, read into the cells of the design panels
-// and written back from them, key by key, in a fixed table order.
+// The keys of a project file (.MDL) and the cells they fill: one table walked
+// to read and to write. Reading assigns each key as a typed entry would
+// (rounding, replacement of empty values, the design window's mirrors); the
+// sequence of a load, with its recalculations, belongs to the caller.
 #pragma once
 
-#include <string_view>
+#include <string>
 
 namespace tarvokin {
 
 class Workbench;
+class Sheet;
+class ProfileDocument;
 
-// Reads wb.projectFilePath into the panels, then recalculates. A non-numeric
-// value in a numeric key raises the run-time error (RunError) with the cells
-// holding what was read so far.
-void LoadProject(Workbench& wb);
+// The keys in three groups, read in this order by a load: the design, then
+// (after the recalculation) the power train, then the airfoil slots.
+enum class KeyGroup { Design, Power, AirfoilSlots };
 
-// Writes every key from the panels to wb.projectFilePath (written beside,
-// then replaced). Profil_0..2 only when F_Main.T_profils is 1. A file that
-// cannot be written is reported through wb.showMessage and gives false; the
-// file on disk is then the one the user had.
-bool SaveProject(Workbench& wb);
+void ReadProjectKeys(Sheet& s, const ProfileDocument& doc, KeyGroup group);
 
-// Writes one key of wb.projectFilePath at once, for the choices the program
-// keeps as they are made; a failure is told through wb.showMessage as the
-// save's is. False when the key could not be written.
-bool WriteProjectKey(Workbench& wb, std::string_view section, std::string_view key, std::string_view value);
+// Every written key into doc; the airfoil slots only once the airfoil panel
+// has filled them.
+void WriteProjectKeys(const Sheet& s, ProfileDocument& doc);
+
+// A project named without its folder lies in the program's folder; so does a
+// relative path.
+std::string completedPath(const Workbench& wb, const std::string& path);
 
 }  // namespace tarvokin

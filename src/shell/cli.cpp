@@ -8,19 +8,21 @@
 #include <optional>
 
 #include "airfoils/airfoil_selection.h"
-#include "airfoils/polar_store.h"
+#include "airfoils/polar_lookup.h"
 #include "airfoils/xfoil_runner.h"
-#include "design/field_rules.h"
+#include "entry/airfoil_choice.h"
+#include "entry/entry_path.h"
 #include "design/performance.h"
-#include "project/profile_file.h"
-#include "project/project_file.h"
+#include "core/profile_file.h"
+#include "entry/project_io.h"
 #include "shell/home.h"
-#include "shell/messages.h"
-#include "shell/progress.h"
-#include "shell/session.h"
-#include "shell/workbench.h"
+#include "core/messages.h"
+#include "core/progress.h"
+#include "entry/session.h"
+#include "core/workbench.h"
 #include "views/plan.h"
 #include "views/plan_export.h"
+#include "entry/window_logic.h"
 
 namespace tarvokin {
 
@@ -29,13 +31,15 @@ namespace fs = std::filesystem;
 namespace {
 
 const char* kUsage =
-    "usage: tarvokin-cli fields PROJECT.MDL [--home DIR] [--open N]... [--set FORM.FIELD=VALUE]...\n"
-    "       tarvokin-cli perf PROJECT.MDL [--home DIR] [--open N]... [--set FORM.FIELD=VALUE]...\n"
+    "usage: tarvokin-cli fields PROJECT.MDL [--home DIR] [--open N]... [ENTRY]...\n"
+    "       tarvokin-cli perf PROJECT.MDL [--home DIR] [--open N]... [ENTRY]...\n"
     "       tarvokin-cli polar FILE.POL [--re-index I] [--home DIR]\n"
     "       tarvokin-cli cx PROJECT.MDL [--home DIR] --at SLOT,RE,CZ [--at SLOT,RE,CZ]...\n"
     "       tarvokin-cli compute-polar OUTLINE.DAT NAME RE [--out FILE.POL] [--home DIR]\n"
     "       tarvokin-cli plan PROJECT.MDL [--home DIR] [--view centrage|profil|dessus|face]\n"
-    "                    [--set FORM.FIELD=VALUE]... [--svg FILE.SVG] [--dxf FILE.DXF]\n";
+    "                    [ENTRY]... [--svg FILE.SVG] [--dxf FILE.DXF]\n"
+    "  ENTRY, run in order as a user's at the window: --set FORM.FIELD=VALUE (typed, then Enter),\n"
+    "         --click FORM.CONTROL or FORM.CONTROL(I), --undo, --redo\n";
 
 // Solver runs report on stderr, so that stdout stays the command's answer.
 class StreamProgress : public Progress {
@@ -94,14 +98,23 @@ int loadForCommand(Workbench& wb, const std::string& projectArg, std::ostream& e
         err << UnknownAirfoilMessage(wb) << "\n";
         return 1;
     }
+    ClearHistory(wb);
     return 0;
 }
+
+struct FieldsArgs;
+int applyEntries(Workbench& wb, const FieldsArgs& fa, std::ostream& err);
 
 struct FieldsArgs {
     std::string project;
     std::optional<fs::path> home;
     std::vector<int> open;
-    std::vector<std::pair<std::string, std::string>> sets;
+    // The user's entries in the order given: --set, --click, --undo, --redo.
+    struct Entry {
+        enum Kind { Set, Click, Undo, Redo } kind;
+        std::string path, value;
+    };
+    std::vector<Entry> entries;
 };
 
 bool parseFieldsArgs(const std::vector<std::string>& a, FieldsArgs& out, std::string& error) {
@@ -137,7 +150,19 @@ bool parseFieldsArgs(const std::vector<std::string>& a, FieldsArgs& out, std::st
                 error = "--set attend FORM.FIELD=VALUE : " + v;
                 return false;
             }
-            out.sets.emplace_back(v.substr(0, eq), v.substr(eq + 1));
+            out.entries.push_back({FieldsArgs::Entry::Set, v.substr(0, eq), v.substr(eq + 1)});
+        } else if (s == "--click") {
+            if (!next(v)) return false;
+            Action probe;
+            if (!ParseControl(v, Act::Click, probe)) {
+                error = "--click attend FORM.CONTROL ou FORM.CONTROL(i) : " + v;
+                return false;
+            }
+            out.entries.push_back({FieldsArgs::Entry::Click, v, {}});
+        } else if (s == "--undo") {
+            out.entries.push_back({FieldsArgs::Entry::Undo, {}, {}});
+        } else if (s == "--redo") {
+            out.entries.push_back({FieldsArgs::Entry::Redo, {}, {}});
         } else if (out.project.empty() && !s.empty() && s[0] != '-') {
             out.project = s;
         } else {
@@ -150,6 +175,39 @@ bool parseFieldsArgs(const std::vector<std::string>& a, FieldsArgs& out, std::st
         return false;
     }
     return true;
+}
+
+// The entries run as a user's at the windows, through the same handlers:
+// each --set is typed into its field and Enter pressed, each --click presses
+// its control, --undo and --redo walk the history. Returns 2 for an unknown
+// field or control (nothing after it runs), else 0.
+int applyEntries(Workbench& wb, const FieldsArgs& fa, std::ostream& err) {
+    for (const FieldsArgs::Entry& e : fa.entries) {
+        switch (e.kind) {
+            case FieldsArgs::Entry::Set: {
+                Cell c{};
+                if (!findCell(e.path, c)) {
+                    err << "tarvokin-cli: champ inconnu : " << e.path << "\n";
+                    return 2;
+                }
+                runGuarded(wb, [&, c = c] { enterField(wb, c, e.value); });
+                break;
+            }
+            case FieldsArgs::Entry::Click: {
+                Action a;
+                ParseControl(e.path, Act::Click, a);
+                if (!wb.handlers.has(a.form, a.control, Act::Click)) {
+                    err << "tarvokin-cli: commande inconnue : " << e.path << "\n";
+                    return 2;
+                }
+                runGuarded(wb, [&] { Perform(wb, a); });
+                break;
+            }
+            case FieldsArgs::Entry::Undo: runGuarded(wb, [&] { Undo(wb); }); break;
+            case FieldsArgs::Entry::Redo: runGuarded(wb, [&] { Redo(wb); }); break;
+        }
+    }
+    return 0;
 }
 
 bool homeFor(const std::optional<fs::path>& requested, const std::string& executable, fs::path& home,
@@ -206,6 +264,7 @@ int fieldsCommand(const std::vector<std::string>& args, const std::string& execu
     fs::path home;
     if (!homeFor(fa.home, executable, home, err)) return 1;
     Workbench wb(home);
+    InstallWindowLogic(wb);
     int status = 0;
     reportMessagesTo(wb, err, status);
     for (int n : fa.open) wb.setOpen(n, true);
@@ -217,14 +276,7 @@ int fieldsCommand(const std::vector<std::string>& args, const std::string& execu
         wb.setOpen(n, true);
         runGuarded(wb, [&wb, n] { PanelOpened(wb, n); });
     }
-    for (const auto& [path, value] : fa.sets) {
-        Cell c{};
-        if (!findCell(path, c)) {
-            err << "tarvokin-cli: champ inconnu : " << path << "\n";
-            return 2;
-        }
-        runGuarded(wb, [&, c = c, value = value] { enterField(wb, c, value); });
-    }
+    if (int st = applyEntries(wb, fa, err)) return st;
     if (output == LoadedOutput::Performance) {
         if (!runGuarded(wb, [&] { Courbes_Performances(wb); })) return 1;
         printPerfTables(wb, out);
@@ -269,17 +321,11 @@ int planCommand(const std::vector<std::string>& args, const std::string& executa
     fs::path home;
     if (!homeFor(fa.home, executable, home, err)) return 1;
     Workbench wb(home);
+    InstallWindowLogic(wb);
     int status = 0;
     reportMessagesTo(wb, err, status);
     if (int st = loadForCommand(wb, fa.project, err)) return st;
-    for (const auto& [path, value] : fa.sets) {
-        Cell c{};
-        if (!findCell(path, c)) {
-            err << "tarvokin-cli: champ inconnu : " << path << "\n";
-            return 2;
-        }
-        runGuarded(wb, [&, c = c, value = value] { enterField(wb, c, value); });
-    }
+    if (int st = applyEntries(wb, fa, err)) return st;
     const Plan plan = chosen == views.end() ? DrawCentringPlan(wb) : *DrawViews(wb, chosen->second);
     for (const fs::path& f : svg) {
         if (!SavePlanSvg(plan, f)) {
@@ -376,6 +422,7 @@ int cxCommand(const std::vector<std::string>& a, const std::string& executable, 
     fs::path home;
     if (!homeFor(requested, executable, home, err)) return 1;
     Workbench wb(home);
+    InstallWindowLogic(wb);
     wb.showMessage = [&err](const std::string& text) { err << text << "\n"; };
     if (int st = loadForCommand(wb, project, err)) return st;
     fillSlots(wb, err);
@@ -409,6 +456,7 @@ int computePolarCommand(const std::vector<std::string>& a, const std::string& ex
     fs::path home;
     if (!homeFor(requested, executable, home, err)) return 1;
     Workbench wb(home);
+    InstallWindowLogic(wb);
     ReadSettingsAndCatalogue(wb);
     const std::string reText = plain(std::round(re));
     std::error_code ec;

@@ -6,7 +6,7 @@
 
 #include "design/geometry.h"
 #include "design/grid_cells.h"
-#include "project/sheet.h"
+#include "core/sheet.h"
 
 namespace tarvokin {
 

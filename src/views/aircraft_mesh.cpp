@@ -3,9 +3,9 @@
 #include <cmath>
 #include <utility>
 
-#include "project/numbers.h"
-#include "project/profile_file.h"
-#include "shell/workbench.h"
+#include "core/numbers.h"
+#include "core/profile_file.h"
+#include "core/workbench.h"
 #include "views/aircraft_layout.h"
 #include "views/mesh_outline.h"
 

@@ -3,10 +3,10 @@
 #include <cmath>
 #include <string>
 
-#include "project/numbers.h"
-#include "project/profile_file.h"
-#include "project/project_file.h"
-#include "shell/workbench.h"
+#include "core/numbers.h"
+#include "core/profile_file.h"
+#include "core/workbench.h"
+#include "core/project_key.h"
 #include "views/aircraft_mesh.h"
 #include "views/engine.h"
 

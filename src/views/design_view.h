@@ -4,7 +4,7 @@
 // asks for a frame when NeedsRedraw is set.
 #pragma once
 
-#include "project/cells.h"
+#include "core/cells.h"
 #include "views/draw_surface.h"
 
 namespace tarvokin {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "project/numbers.h"
+#include "core/numbers.h"
 
 namespace tarvokin {
 

@@ -6,23 +6,11 @@
 #include <cstdint>
 #include <string_view>
 
+#include "core/scene_types.h"
+
 namespace tarvokin {
 
 // ---- vectors ------------------------------------------------------------------
-
-struct Vector3 {
-    float x = 0, y = 0, z = 0;
-    constexpr bool operator==(const Vector3&) const = default;  // exact on each component
-};
-
-struct Vector4 {
-    float x = 0, y = 0, z = 0, w = 0;
-    constexpr bool operator==(const Vector4&) const = default;
-};
-
-constexpr Vector3 operator+(Vector3 a, Vector3 b) { return {a.x + b.x, a.y + b.y, a.z + b.z}; }
-constexpr Vector3 operator-(Vector3 a, Vector3 b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
-constexpr Vector3 operator*(Vector3 a, float s) { return {a.x * s, a.y * s, a.z * s}; }
 
 float Dot(Vector3 a, Vector3 b);
 Vector3 Cross(Vector3 a, Vector3 b);
@@ -46,12 +34,6 @@ inline constexpr float kDegreesToRadians = static_cast<float>(3.14159265358979 /
 
 // ---- matrices -----------------------------------------------------------------
 
-// 16 floats, row major: m[row][column].
-struct Matrix4 {
-    float m[4][4] = {};
-    constexpr bool operator==(const Matrix4&) const = default;
-};
-
 Matrix4 IdentityMatrix();
 Matrix4 ZeroMatrix();
 Matrix4 Transpose(const Matrix4& a);
@@ -71,16 +53,6 @@ float Determinant(const Matrix4& a);
 Matrix4 Inverse(const Matrix4& a);
 
 // ---- colours ------------------------------------------------------------------
-
-// A colour packed as the platform's colour integers are: low byte red, then
-// green, then blue.
-using PackedColour = std::uint32_t;
-
-// R, G, B nominally 0 to 255; shading arithmetic may leave them outside.
-struct EngineColour {
-    std::int16_t R = 0, G = 0, B = 0;
-    constexpr bool operator==(const EngineColour&) const = default;
-};
 
 EngineColour ColourFromPacked(PackedColour packed);
 // The decimal text of a packed colour ("65280"); unreadable text gives black.

@@ -4,8 +4,8 @@
 #include <cmath>
 #include <numbers>
 
-#include "project/sheet.h"
-#include "shell/workbench.h"
+#include "core/sheet.h"
+#include "core/workbench.h"
 
 namespace tarvokin {
 

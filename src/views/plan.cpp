@@ -6,8 +6,8 @@
 
 #include "design/geometry.h"
 #include "design/summary.h"
-#include "project/numbers.h"
-#include "shell/workbench.h"
+#include "core/numbers.h"
+#include "core/workbench.h"
 #include "views/aircraft_layout.h"
 #include "views/mesh_outline.h"
 

@@ -14,7 +14,7 @@
 #include <string>
 #include <vector>
 
-#include "views/chart_data.h"
+#include "core/chart_data.h"
 
 namespace tarvokin {
 

@@ -4,9 +4,9 @@
 #include <cmath>
 #include <functional>
 
-#include "project/file_replace.h"
-#include "project/numbers.h"
-#include "project/text_case.h"
+#include "core/file_replace.h"
+#include "core/numbers.h"
+#include "core/text_case.h"
 
 namespace tarvokin {
 

@@ -1,11 +1,12 @@
 #include <gtest/gtest.h>
 
 #include "airfoils/catalogue_edit.h"
-#include "project/file_spelling.h"
-#include "project/profile_file.h"
-#include "project/text_case.h"
-#include "shell/workbench.h"
+#include "core/file_spelling.h"
+#include "core/profile_file.h"
+#include "core/text_case.h"
+#include "core/workbench.h"
 #include "support/temp_dir.h"
+#include "support/installed_workbench.h"
 
 using namespace tarvokin;
 
@@ -13,7 +14,7 @@ namespace {
 
 struct Catalogue {
     test::TempDir dir;
-    Workbench wb{dir.path()};
+    test::InstalledWorkbench wb{dir.path()};
     Catalogue() {
         std::filesystem::create_directories(dir / "DATA");
         wb.catalogue.rows = {{"Générique Rapide", -0.05, -2, "DATA/MH32.DAT"},

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "airfoils/catalogue.h"
+#include "core/catalogue.h"
 #include "support/temp_dir.h"
 
 using namespace tarvokin;

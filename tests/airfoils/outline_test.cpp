@@ -4,8 +4,9 @@
 #include <filesystem>
 
 #include "airfoils/outline.h"
-#include "shell/workbench.h"
+#include "core/workbench.h"
 #include "support/temp_dir.h"
+#include "support/installed_workbench.h"
 
 using namespace tarvokin;
 using tarvokin::test::copyInstallation;
@@ -44,7 +45,7 @@ bool allFinite(const OutlinePoints& o) {
 
 struct Bench {
     TempDir dir;
-    Workbench wb{dir.path()};
+    test::InstalledWorkbench wb{dir.path()};
     Bench() { copyInstallation(dir.path()); }
     double thickness() {
         std::string pos;

@@ -9,9 +9,10 @@
 #include <utility>
 #include <vector>
 
-#include "airfoils/polar_store.h"
-#include "shell/workbench.h"
+#include "airfoils/polar_lookup.h"
+#include "core/workbench.h"
 #include "support/temp_dir.h"
+#include "entry/window_logic.h"
 
 using namespace tarvokin;
 using tarvokin::test::readBytes;
@@ -345,6 +346,7 @@ TEST(GetCx, EmptyRecordsReuseTheLastSlopeAndABadSlotAnswersZero) {
     EXPECT_EQ(Get_Cx(store, 2, 40000, 0.4), 0.0095);
 
     Workbench wb(std::filesystem::temp_directory_path());
+    InstallWindowLogic(wb);
     std::string shown;
     wb.showMessage = [&](const std::string& text) { shown = text; };
     wb.polars = store;

@@ -10,13 +10,14 @@
 #include <thread>
 
 #include "airfoils/airfoil_selection.h"
-#include "airfoils/polar_store.h"
+#include "airfoils/polar_lookup.h"
 #include "airfoils/xfoil_runner.h"
-#include "project/profile_file.h"
-#include "shell/session.h"
-#include "shell/progress.h"
-#include "shell/workbench.h"
+#include "entry/session.h"
+#include "core/progress.h"
+#include "core/workbench.h"
+#include "core/profile_file.h"
 #include "support/temp_dir.h"
+#include "support/installed_workbench.h"
 
 using namespace tarvokin;
 namespace fs = std::filesystem;
@@ -55,7 +56,7 @@ int polarRows(const fs::path& file) {
 // A program folder with the shipped outline of CLARKY in the slot 0 list.
 struct Installation {
     TempDir dir;
-    Workbench wb{dir.path()};
+    test::InstalledWorkbench wb{dir.path()};
     Installation() {
         fs::create_directories(dir / "DATA");
         fs::copy_file(fs::path(TARVOKIN_DATA_DIR) / "DATA" / "CLARKY.DAT", dir / "DATA" / "CLARKY.DAT");
@@ -324,6 +325,7 @@ TEST(XfoilRun, LongPathsOfAUsersHomeReachTheSolverThroughShortLinks) {
     fs::create_directories(home);
     test::copyInstallation(home);
     Workbench wb(home);
+    InstallWindowLogic(wb);
     ReadSettingsAndCatalogue(wb);
     const std::string outline = (home / "DATA" / "CLARKY.DAT").string();
     const std::string polar = (home / "POLAIRES" / "CLARKY_100000.POL").string();

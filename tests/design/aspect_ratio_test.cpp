@@ -5,11 +5,13 @@
 #include <cmath>
 #include <sstream>
 
+#include "entry/entry_path.h"
 #include "design/aspect_ratio.h"
-#include "design/field_rules.h"
+#include "entry/field_rules.h"
 #include "design/recalc.h"
 #include "designs.h"
 #include "shell/cli.h"
+#include "entry/window_logic.h"
 
 namespace tarvokin {
 namespace {
@@ -226,6 +228,7 @@ TEST(AspectRatioTrace, VerifTxtIsRewrittenAtEachRunAndNeverRequired) {
     test::TempDir dir;
     test::writeBytes(dir / "plain", "");
     Workbench wb(dir / "plain");
+    InstallWindowLogic(wb);
     threeAirfoils(wb.sheet);
     ASSERT_NO_THROW(MajAllongement(wb));
     EXPECT_EQ(wb.aspectRatio.charts[3].series.size(), 6u);

@@ -6,9 +6,10 @@
 #include <string>
 
 #include "design/grid_cells.h"
-#include "project/numbers.h"
-#include "shell/workbench.h"
+#include "core/numbers.h"
+#include "core/workbench.h"
 #include "support/temp_dir.h"
+#include "entry/window_logic.h"
 
 namespace tarvokin::test {
 
@@ -23,6 +24,7 @@ struct Bench {
     TempDir dir;
     Workbench wb{dir.path()};
     Sheet& s = wb.sheet;
+    Bench() { InstallWindowLogic(wb); }
 };
 
 // A plain rectangular wing: 2 × 500 mm of 200 mm chord, no tail, no fuselage.

@@ -2,7 +2,8 @@
 // replacement of blank or zero values, and which entries recalculate.
 #include <gtest/gtest.h>
 
-#include "design/field_rules.h"
+#include "entry/entry_path.h"
+#include "entry/field_rules.h"
 #include "designs.h"
 
 namespace tarvokin {

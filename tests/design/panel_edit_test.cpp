@@ -2,11 +2,12 @@
 // the project file and every dependent figure follows.
 #include <gtest/gtest.h>
 
-#include "design/panel_edit.h"
+#include "entry/panel_edit.h"
 #include "design/recalc.h"
 #include "designs.h"
-#include "project/profile_file.h"
-#include "shell/session.h"
+#include "core/profile_file.h"
+#include "entry/session.h"
+#include "support/installed_workbench.h"
 
 using namespace tarvokin;
 
@@ -14,7 +15,7 @@ namespace {
 
 struct Demo {
     test::TempDir dir;
-    Workbench wb{dir.path()};
+    test::InstalledWorkbench wb{dir.path()};
     Demo() {
         test::copyInstallation(dir.path());
         ReadSettingsAndCatalogue(wb);

@@ -5,7 +5,8 @@
 
 #include <cmath>
 
-#include "design/field_rules.h"
+#include "entry/entry_path.h"
+#include "entry/field_rules.h"
 #include "design/performance.h"
 #include "design/recalc.h"
 #include "designs.h"

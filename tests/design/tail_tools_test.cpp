@@ -1,8 +1,9 @@
 // The cross tail / V tail calculators.
 #include <gtest/gtest.h>
 
+#include "entry/entry_path.h"
 #include "design/designs.h"
-#include "design/field_rules.h"
+#include "entry/field_rules.h"
 #include "design/tail_tools.h"
 
 using namespace tarvokin;

@@ -4,10 +4,12 @@
 
 #include <cmath>
 
-#include "design/field_rules.h"
+#include "entry/entry_path.h"
+#include "entry/field_rules.h"
 #include "power/calc_mot.h"
-#include "shell/workbench.h"
+#include "core/workbench.h"
 #include "support/temp_dir.h"
+#include "support/installed_workbench.h"
 
 using namespace tarvokin;
 using tarvokin::test::TempDir;
@@ -16,7 +18,7 @@ namespace {
 
 struct CalcMot {
     TempDir dir;
-    Workbench wb{dir.path()};
+    test::InstalledWorkbench wb{dir.path()};
     Sheet& s = wb.sheet;
     const std::string& t(Cell c) { return s.text(c); }
 };

@@ -3,9 +3,10 @@
 #include <gtest/gtest.h>
 
 #include "power/motor_table.h"
-#include "project/numbers.h"
-#include "shell/workbench.h"
+#include "core/numbers.h"
+#include "core/workbench.h"
 #include "support/temp_dir.h"
+#include "support/installed_workbench.h"
 
 using namespace tarvokin;
 using tarvokin::test::TempDir;
@@ -14,7 +15,7 @@ namespace {
 
 struct MotorHome {
     TempDir dir;
-    Workbench wb{dir.path()};
+    test::InstalledWorkbench wb{dir.path()};
     void write(const std::string& bytes) {
         std::filesystem::create_directories(dir / "DATA");
         test::writeBytes(dir / "DATA" / "MOTEURS.CSV", bytes);
@@ -91,6 +92,7 @@ TEST(MotorTable, ShippedCatalogueAndACandidatesClick) {
     TempDir dir;
     test::copyInstallation(dir.path());
     Workbench wb(dir.path());
+    InstallWindowLogic(wb);
     EXPECT_EQ(ReadMotors(motorFilePath(wb)).size(), 52u);
     ASSERT_TRUE(CandidateClicked(wb, "AXI", "2820/10"));
     EXPECT_EQ(wb.sheet.text(F_CALC_MOT::G29) + " " + wb.sheet.text(F_CALC_MOT::Ra) + " " +

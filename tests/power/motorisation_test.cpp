@@ -4,14 +4,16 @@
 #include <cmath>
 #include <sstream>
 
-#include "design/field_rules.h"
+#include "entry/entry_path.h"
+#include "entry/field_rules.h"
 #include "power/motorisation.h"
-#include "project/numbers.h"
-#include "project/profile_file.h"
+#include "core/numbers.h"
+#include "core/profile_file.h"
 #include "shell/cli.h"
-#include "shell/session.h"
-#include "shell/workbench.h"
+#include "entry/session.h"
+#include "core/workbench.h"
 #include "support/temp_dir.h"
+#include "support/installed_workbench.h"
 
 using namespace tarvokin;
 using tarvokin::test::TempDir;
@@ -21,7 +23,7 @@ namespace {
 // The shipped installation with the demo project as the open project.
 struct Installed {
     TempDir dir;
-    Workbench wb{dir.path()};
+    test::InstalledWorkbench wb{dir.path()};
     Sheet& s = wb.sheet;
     Installed() {
         test::copyInstallation(dir.path());

@@ -1,8 +1,9 @@
 // Servo torque and travel of the four control surfaces.
 #include <gtest/gtest.h>
 
+#include "entry/entry_path.h"
 #include "design/designs.h"
-#include "design/field_rules.h"
+#include "entry/field_rules.h"
 #include "design/recalc.h"
 #include "power/servos.h"
 

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <limits>
 
-#include "project/numbers.h"
+#include "core/numbers.h"
 
 using namespace tarvokin;
 

@@ -6,7 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "project/profile_file.h"
+#include "core/profile_file.h"
 #include "support/temp_dir.h"
 
 using namespace tarvokin;

@@ -1,9 +1,10 @@
 #include <gtest/gtest.h>
 
-#include "project/profile_file.h"
-#include "project/project_file.h"
-#include "shell/workbench.h"
+#include "core/profile_file.h"
+#include "entry/project_io.h"
+#include "core/workbench.h"
 #include "support/temp_dir.h"
+#include "entry/window_logic.h"
 
 using namespace tarvokin;
 using tarvokin::test::readBytes;
@@ -19,7 +20,10 @@ protected:
     TempDir home;
     Workbench wb{home.path()};
 
-    void SetUp() override { prepare(wb); }
+    void SetUp() override {
+        InstallWindowLogic(wb);
+        prepare(wb);
+    }
 
     void prepare(Workbench& w) {
         w.catalogue.rows = {{"Générique Début", -0.08, -3.5, "DATA/CLARKY.DAT"},

@@ -2,7 +2,7 @@
 
 #include <set>
 
-#include "project/sheet.h"
+#include "core/sheet.h"
 
 using namespace tarvokin;
 

@@ -7,8 +7,8 @@
 #include <sstream>
 
 #include "airfoils/catalogue_edit.h"
-#include "project/numbers.h"
-#include "project/profile_file.h"
+#include "core/numbers.h"
+#include "core/profile_file.h"
 #include "shell/cli.h"
 #include "support/temp_dir.h"
 

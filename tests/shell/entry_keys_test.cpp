@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "shell/entry_keys.h"
+#include "entry/entry_keys.h"
 
 using namespace tarvokin;
 

@@ -1,10 +1,11 @@
 #include <gtest/gtest.h>
 
-#include "project/profile_file.h"
-#include "project/project_file.h"
-#include "shell/session.h"
-#include "shell/workbench.h"
+#include "core/profile_file.h"
+#include "entry/project_io.h"
+#include "entry/session.h"
+#include "core/workbench.h"
 #include "support/temp_dir.h"
+#include "entry/window_logic.h"
 
 using namespace tarvokin;
 using tarvokin::test::TempDir;
@@ -16,6 +17,7 @@ struct Installed {
     Workbench wb{dir.path()};
     std::vector<std::string> messages;
     Installed() {
+        InstallWindowLogic(wb);
         test::copyInstallation(dir.path());
         wb.showMessage = [this](const std::string& t) { messages.push_back(t); };
     }

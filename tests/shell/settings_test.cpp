@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "project/profile_file.h"
-#include "project/sheet.h"
-#include "shell/settings.h"
+#include "core/profile_file.h"
+#include "core/sheet.h"
+#include "core/settings.h"
 #include "support/temp_dir.h"
 
 using namespace tarvokin;

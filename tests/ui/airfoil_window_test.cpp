@@ -7,7 +7,7 @@
 
 #include "airfoils/ui/airfoil_window.h"
 #include "main_window_fixture.h"
-#include "shell/ui/chart_panel.h"
+#include "core/ui/chart_panel.h"
 
 using namespace tarvokin;
 

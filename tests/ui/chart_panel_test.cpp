@@ -8,7 +8,7 @@
 #include <QValueAxis>
 #include <QtTest>
 
-#include "shell/ui/chart_panel.h"
+#include "core/ui/chart_panel.h"
 #include "support/temp_dir.h"
 
 using namespace tarvokin;

@@ -7,8 +7,9 @@
 #include <QToolButton>
 #include <QtTest>
 
-#include "design/field_rules.h"
-#include "project/profile_file.h"
+#include "entry/entry_path.h"
+#include "entry/field_rules.h"
+#include "core/profile_file.h"
 #include "main_window_fixture.h"
 #include "views/ui/design_view_area.h"
 #include "views/ui/design_window.h"

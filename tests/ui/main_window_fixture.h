@@ -6,11 +6,12 @@
 #include <string>
 #include <vector>
 
-#include "shell/session.h"
+#include "entry/session.h"
 #include "shell/ui/main_window.h"
-#include "shell/ui/sheet_bridge.h"
-#include "shell/workbench.h"
+#include "core/ui/sheet_bridge.h"
+#include "core/workbench.h"
 #include "support/temp_dir.h"
+#include "entry/window_logic.h"
 
 namespace tarvokin::test {
 
@@ -21,6 +22,7 @@ struct MainWindowFixture {
     std::unique_ptr<ui::SheetBridge> bridge;
     std::unique_ptr<ui::MainWindow> window;
     MainWindowFixture() {
+        InstallWindowLogic(wb);
         copyInstallation(dir.path());
         wb.showMessage = [this](const std::string& t) { messages.push_back(t); };
         ReadSettingsAndCatalogue(wb);

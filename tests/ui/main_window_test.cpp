@@ -8,6 +8,8 @@
 #include <chrono>
 #include <filesystem>
 
+#include "core/ui/sheet_bridge.h"
+#include "entry/entry_path.h"
 #include "main_window_fixture.h"
 #include "support/temp_dir.h"
 
@@ -28,7 +30,7 @@ private slots:
         const std::filesystem::path file = f.wb.projectFilePath;
         const std::string before = test::readBytes(file);
         std::filesystem::permissions(file, std::filesystem::perms(0444));
-        f.wb.sheet.set(F_3D::T_NOM_Modele, "Renamed");
+        ui::guarded(f.wb, [&] { enterField(f.wb, F_GEO_SF_REGLAGES::H30, "1500"); });
         f.window->toolbarButton(button::Save)->trigger();
         QVERIFY(told(f.messages, "lecture seule"));
         QVERIFY(f.window->isWindowModified());
@@ -58,7 +60,7 @@ private slots:
     void aCloseWhoseSaveFailsLeavesTheModelOnScreen() {
         test::MainWindowFixture f;
         f.wb.settings.saveOnExit = true;
-        f.wb.sheet.set(F_3D::T_NOM_Modele, "Renamed");
+        ui::guarded(f.wb, [&] { enterField(f.wb, F_GEO_SF_REGLAGES::H30, "1500"); });
         std::filesystem::permissions(f.wb.projectFilePath, std::filesystem::perms(0444));
         QVERIFY(!f.window->close());
         QVERIFY(f.window->isVisible());

@@ -15,7 +15,7 @@
 #include "design/ui/allongement_window.h"
 #include "design/ui/performance_window.h"
 #include "main_window_fixture.h"
-#include "shell/ui/chart_panel.h"
+#include "core/ui/chart_panel.h"
 
 using namespace tarvokin;
 

@@ -18,8 +18,8 @@
 #include "power/ui/calc_mot_window.h"
 #include "power/ui/motorisation_window.h"
 #include "power/ui/servos_window.h"
-#include "project/profile_file.h"
-#include "shell/ui/chart_panel.h"
+#include "core/profile_file.h"
+#include "core/ui/chart_panel.h"
 #include "views/ui/design_window.h"
 
 using namespace tarvokin;

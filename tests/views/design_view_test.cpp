@@ -4,14 +4,15 @@
 
 #include <numbers>
 
-#include "project/profile_file.h"
-#include "project/project_file.h"
-#include "shell/session.h"
-#include "shell/workbench.h"
+#include "core/profile_file.h"
+#include "entry/project_io.h"
+#include "entry/session.h"
+#include "core/workbench.h"
 #include "support/temp_dir.h"
 #include "views/aircraft_mesh.h"
 #include "views/design_view.h"
 #include "views/recording_surface.h"
+#include "support/installed_workbench.h"
 
 namespace tarvokin {
 namespace {
@@ -20,7 +21,7 @@ constexpr float kPi = std::numbers::pi_v<float>;
 
 struct Demo {
     test::TempDir dir;
-    Workbench wb{dir.path()};
+    test::InstalledWorkbench wb{dir.path()};
     test::RecordingSurface surface{800, 600};
     AircraftView& v = wb.view3d;
     Demo() {

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "project/numbers.h"
+#include "core/numbers.h"
 #include "views/engine_math.h"
 
 namespace tarvokin {

@@ -8,14 +8,15 @@
 
 #include "design/grid_cells.h"
 #include "design/recalc.h"
-#include "project/project_file.h"
-#include "shell/session.h"
-#include "shell/workbench.h"
+#include "entry/project_io.h"
+#include "entry/session.h"
+#include "core/workbench.h"
 #include "support/temp_dir.h"
 #include "views/aircraft_layout.h"
 #include "views/aircraft_mesh.h"
 #include "views/mesh_outline.h"
 #include "views/recording_surface.h"
+#include "support/installed_workbench.h"
 
 namespace tarvokin {
 namespace {
@@ -24,7 +25,7 @@ using test::TempDir;
 
 struct Demo {
     TempDir dir;
-    Workbench wb{dir.path()};
+    test::InstalledWorkbench wb{dir.path()};
     Sheet& s = wb.sheet;
     Engine& e = wb.view3d.engine;
     AircraftParts& parts = wb.view3d.parts;

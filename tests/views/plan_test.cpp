@@ -12,12 +12,13 @@
 #include "design/grid_cells.h"
 #include "design/recalc.h"
 #include "design/summary.h"
-#include "project/project_file.h"
-#include "shell/session.h"
-#include "shell/workbench.h"
+#include "entry/project_io.h"
+#include "entry/session.h"
+#include "core/workbench.h"
 #include "support/temp_dir.h"
 #include "views/plan.h"
 #include "views/plan_export.h"
+#include "support/installed_workbench.h"
 
 namespace tarvokin {
 namespace {
@@ -26,7 +27,7 @@ using test::TempDir;
 
 struct Demo {
     TempDir dir;
-    Workbench wb{dir.path()};
+    test::InstalledWorkbench wb{dir.path()};
     Sheet& s = wb.sheet;
     Demo() {
         test::copyInstallation(dir.path());

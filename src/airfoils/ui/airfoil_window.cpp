@@ -19,14 +19,17 @@
 #include <fstream>
 
 #include "airfoils/catalogue_edit.h"
-#include "airfoils/polar_store.h"
-#include "project/text_case.h"
-#include "shell/messages.h"
-#include "shell/ui/cell_widgets.h"
-#include "shell/ui/chart_panel.h"
-#include "shell/ui/form_helpers.h"
-#include "shell/ui/sheet_bridge.h"
-#include "shell/workbench.h"
+#include "airfoils/polar_lookup.h"
+#include "core/text_case.h"
+#include "core/messages.h"
+#include "core/ui/cell_widgets.h"
+#include "core/ui/entry_controls.h"
+#include "core/ui/chart_panel.h"
+#include "core/ui/form_helpers.h"
+#include "core/ui/sheet_bridge.h"
+#include "core/workbench.h"
+#include "entry/airfoil_choice.h"
+#include "entry/entry_path.h"
 
 namespace tarvokin::ui {
 
@@ -108,8 +111,8 @@ std::pair<double, double> curvePoint(int choice, const PolarPoint& p) {
 
 }  // namespace
 
-AirfoilWindow::AirfoilWindow(Workbench& wb, SheetBridge& b, PolarComputer compute, QWidget* parent)
-    : QWidget(parent), wb_(wb), bridge_(b), compute_(std::move(compute)) {
+AirfoilWindow::AirfoilWindow(Workbench& wb, SheetBridge& b, QWidget* parent)
+    : QWidget(parent), wb_(wb), bridge_(b) {
     setObjectName("F_PROFILS");
     setWindowTitle(QStringLiteral("Présélection des Profils"));
     auto* top = new QVBoxLayout(this);
@@ -124,7 +127,6 @@ AirfoilWindow::AirfoilWindow(Workbench& wb, SheetBridge& b, PolarComputer comput
         g->addWidget(new CellLabel(b, L_PROFIL[i]), i + 1, 0);
         auto* list = new CellCombo(b, CB_1[i]);
         list->setMinimumWidth(180);
-        connect(list, &QComboBox::activated, this, [this, i] { select(i); });
         g->addWidget(list, i + 1, 1);
         auto* pick = new QPushButton(QStringLiteral("..."));
         pick->setObjectName("PB_PROFILE");
@@ -133,7 +135,6 @@ AirfoilWindow::AirfoilWindow(Workbench& wb, SheetBridge& b, PolarComputer comput
         connect(pick, &QPushButton::clicked, this, [this, i] { chooseFile(i); });
         g->addWidget(pick, i + 1, 2);
         auto* show = new CellCheck(b, Check2[i], QString());
-        connect(show, &QCheckBox::clicked, this, [this] { redraw(); });
         g->addWidget(show, i + 1, 3);
         int col = 4;
         for (CellGroup fig : {T_CXMin, T_CzOpt, T_k, T_Cz_Decroch, T_EpRel, T_PosEp}) {
@@ -148,24 +149,12 @@ AirfoilWindow::AirfoilWindow(Workbench& wb, SheetBridge& b, PolarComputer comput
     auto* options = new QHBoxLayout;
     for (int r = 0; r < 6; ++r) {
         auto* c = new CellCheck(b, Check1[r], QString::number(kStandardReynolds[static_cast<size_t>(r)]));
-        connect(c, &QCheckBox::clicked, this, [this] { redraw(); });
         options->addWidget(c);
     }
-    auto* all = new QPushButton(QStringLiteral("..."));
-    all->setObjectName("Command1");
-    all->setToolTip(QStringLiteral("Toutes"));
-    auto* none = new QPushButton(QStringLiteral("Aucune"));
-    none->setObjectName("Command2");
-    for (auto [button, on] : {std::pair{all, true}, std::pair{none, false}}) {
-        connect(button, &QPushButton::clicked, this, [this, on = on] {
-            for (int r = 0; r < 6; ++r) wb_.sheet.set(Check1[r], on ? "1" : "0");
-            redraw();
-        });
-        options->addWidget(button);
-    }
-    auto* camber = new CellCheck(b, Check3, QStringLiteral("Ligne de Cambrure"));
-    connect(camber, &QCheckBox::clicked, this, [this] { outline_->update(); });
-    options->addWidget(camber);
+    options->addWidget(commandButton(b, "F_PROFILS", "Command1", -1, QStringLiteral("..."), QStringLiteral("Toutes")));
+    options->addWidget(commandButton(b, "F_PROFILS", "Command2", -1, QStringLiteral("Aucune")));
+    options->addWidget(new CellCheck(b, Check3, QStringLiteral("Ligne de Cambrure")));
+    // "Coefs" stands pressed while the grid of figures shows.
     auto* coefs = new QPushButton(QStringLiteral("Coefs"));
     coefs->setObjectName("Command3");
     coefs->setCheckable(true);
@@ -179,9 +168,7 @@ AirfoilWindow::AirfoilWindow(Workbench& wb, SheetBridge& b, PolarComputer comput
     cr->setContentsMargins(0, 0, 0, 0);
     for (int i = 0; i < 2; ++i) {
         auto* box = new QVBoxLayout;
-        auto* choice = new CellCombo(b, i == 0 ? Combo0 : Combo1);
-        connect(choice, &QComboBox::activated, this, [this, i] { drawChart(i); });
-        box->addWidget(choice);
+        box->addWidget(new CellCombo(b, i == 0 ? Combo0 : Combo1));
         charts_[i] = new ChartPanel;
         charts_[i]->setObjectName(i == 0 ? "MSChart1" : "MSChart2");
         box->addWidget(charts_[i], 1);
@@ -192,11 +179,15 @@ AirfoilWindow::AirfoilWindow(Workbench& wb, SheetBridge& b, PolarComputer comput
     grid_->setObjectName("MSFlexGrid1");
     grid_->setVisible(false);
     split->addWidget(grid_);
-    connect(coefs, &QPushButton::toggled, this, [this](bool on) {
-        wb_.sheet.set(Command3, on ? "1" : "0");
+    connect(coefs, &QPushButton::clicked, this, [this](bool on) { bridge_.enter([&] { Tick(wb_, Command3, on); }); });
+    auto showGrid = [this, coefs] {
+        const bool on = wb_.sheet.on(Command3);
+        QSignalBlocker block(coefs);
+        coefs->setChecked(on);
         if (on) fillGrid();
         grid_->setVisible(on);
-    });
+    };
+    b.watch(Command3, this, showGrid);
 
     auto* bottom = new QWidget;
     auto* br = new QHBoxLayout(bottom);
@@ -204,15 +195,8 @@ AirfoilWindow::AirfoilWindow(Workbench& wb, SheetBridge& b, PolarComputer comput
     auto* drawing = new QVBoxLayout;
     outline_ = new OutlineView(wb_);
     drawing->addWidget(outline_, 1);
-    auto* zoom = new QSlider(Qt::Horizontal);
-    zoom->setObjectName("Slider1");
-    zoom->setRange(50, 400);
-    zoom->setValue(static_cast<int>(wb_.sheet.val(Slider1)));
+    auto* zoom = new CellSlider(b, Slider1, Qt::Horizontal, 50, 400);
     zoom->setToolTip(QStringLiteral("Zoom"));
-    connect(zoom, &QSlider::valueChanged, this, [this](int v) {
-        wb_.sheet.set(Slider1, std::to_string(v));
-        outline_->update();
-    });
     drawing->addWidget(zoom);
     br->addLayout(drawing, 3);
     auto* frame = new QGroupBox(QStringLiteral("Estimation Reynolds moyen de vol"));
@@ -226,49 +210,35 @@ AirfoilWindow::AirfoilWindow(Workbench& wb, SheetBridge& b, PolarComputer comput
     br->addWidget(frame, 1);
     split->addWidget(bottom);
     top->addWidget(split, 1);
-    redraw();
-}
 
-void AirfoilWindow::fillSlots() {
-    static const char* fallback[3] = {"Générique Rapide", "Générique Début", "Générique Polyvalent"};
+    // What the charts and the drawing show follows the cells: the switches,
+    // the curve choices, the zoom; and the polar store, read by a choice.
+    auto* later = new DeferredRedraw(this, [this] { redraw(); });
     for (int i = 0; i < 3; ++i) {
-        if (wb_.sheet.text(CB_1[i]).empty()) {
-            ShowMessage(wb_, "[#19] ", "Profil_" + std::to_string(i));
-            wb_.sheet.selectText(CB_1[i], fallback[i]);
-        }
-        select(i);
+        b.watch(Check2[i], this, [later] { later->request(); });
+        b.watch(CB_1[i], this, [later] { later->request(); });
     }
-}
-
-void AirfoilWindow::select(int slot) {
-    // A run hands control to the event loop while it waits: a second choice
-    // then would start a nested selection over the same store. Refuse it.
-    if (busy_) return;
-    busy_ = true;
-    setEnabled(false);
-    guarded(wb_, [&] { CB_1_Click(wb_, slot, compute_); });
-    setEnabled(true);
-    busy_ = false;
+    for (int r = 0; r < 6; ++r) b.watch(Check1[r], this, [later] { later->request(); });
+    for (Cell c : {Check3, Combo0, Combo1, Slider1}) b.watch(c, this, [later] { later->request(); });
+    connect(&b, &SheetBridge::entryDone, later, &DeferredRedraw::now);
     redraw();
 }
+
+void AirfoilWindow::fillSlots() { bridge_.enter([this] { FillAirfoilSlots(wb_); }); }
+
+bool AirfoilWindow::busy() const { return wb_.selectingAirfoil; }
 
 void AirfoilWindow::chooseFile(int slot) {
-    if (busy_) return;
+    if (busy()) return;
     const QString source = QFileDialog::getOpenFileName(this, QStringLiteral("Fichiers Profils"), QString(),
                                                         QStringLiteral("Fichiers Profils (*.dat *.DAT)"));
     if (source.isEmpty()) return;
-    namespace fs = std::filesystem;
-    const fs::path target = wb_.home() / "DATA" / fs::path(ss(source)).filename();
-    if (upperCase(ss(source)) != upperCase(target.string())) {
-        std::error_code ec;
-        fs::copy_file(ss(source), target, fs::copy_options::overwrite_existing, ec);
-        if (ec) {
-            ShowMessage(wb_, "[#7] ", ec.message());
-            return;
-        }
-    }
-    guarded(wb_, [&] { Add_Profil(wb_, slot, target.string()); });
-    select(slot);
+    Action a;
+    a.form = "F_PROFILS";
+    a.control = "PB_PROFILE";
+    a.index = slot;
+    a.text = ss(source);
+    bridge_.enter([&] { Perform(wb_, a); });
 }
 
 void AirfoilWindow::redraw() {

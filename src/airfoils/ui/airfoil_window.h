@@ -23,17 +23,14 @@ class OutlineView;
 class AirfoilWindow : public QWidget {
     Q_OBJECT
 public:
-    // `compute` runs the solver for a missing polar (with progress and Cancel).
-    AirfoilWindow(Workbench& wb, SheetBridge& bridge, PolarComputer compute, QWidget* parent = nullptr);
+    // Every control forwards to the window's logic on the entry path; the
+    // window redraws from the cells and the polar store once an entry has run.
+    AirfoilWindow(Workbench& wb, SheetBridge& bridge, QWidget* parent = nullptr);
 
-    // Fills the three slots as the window does when it opens: each slot's
-    // airfoil is selected again; one the catalogue lacks takes its generic name.
+    // Fills the three slots as the window does when it opens.
     void fillSlots();
-    // One slot's selection, guarded against a second one while a run is going on.
-    void select(int slot);
-    bool busy() const { return busy_; }
-    // Asks for an outline file, copies it into the installation's DATA folder
-    // and enters it in the catalogue on airfoil slot `slot`.
+    bool busy() const;
+    // Asks for an outline file and hands it to PB_PROFILE(slot).
     void chooseFile(int slot);
 
     ChartPanel* chart(int i) const { return charts_[i]; }
@@ -45,11 +42,9 @@ private:
 
     Workbench& wb_;
     SheetBridge& bridge_;
-    PolarComputer compute_;
     ChartPanel* charts_[2] = {nullptr, nullptr};
     OutlineView* outline_ = nullptr;
     QTableWidget* grid_ = nullptr;
-    bool busy_ = false;
 };
 
 }  // namespace tarvokin::ui

@@ -12,13 +12,13 @@
 
 #include "design/aspect_ratio.h"
 #include "design/ui/analysis_controls.h"
-#include "design/field_rules.h"
-#include "project/numbers.h"
-#include "shell/ui/cell_widgets.h"
-#include "shell/ui/chart_panel.h"
-#include "shell/ui/form_helpers.h"
-#include "shell/ui/sheet_bridge.h"
-#include "shell/workbench.h"
+#include "entry/field_rules.h"
+#include "core/numbers.h"
+#include "core/ui/cell_widgets.h"
+#include "core/ui/chart_panel.h"
+#include "core/ui/form_helpers.h"
+#include "core/ui/sheet_bridge.h"
+#include "core/workbench.h"
 
 namespace tarvokin::ui {
 
@@ -39,16 +39,10 @@ CellLabel* result(SheetBridge& b, Cell c) {
     return l;
 }
 
-// A slider writes its cell and runs the cell's change step, which moves the
-// field it stands for and refreshes the panel.
+// A slider's moves run the cell's change step, which moves the field it
+// stands for and refreshes the panel.
 CellSlider* slider(SheetBridge& b, Cell c, int low, int high) {
-    return new CellSlider(b, c, Qt::Horizontal, low, high, [&b, c](int v) {
-        Workbench& wb = b.workbench();
-        guarded(wb, [&] {
-            wb.sheet.set(c, plain(v));
-            onFieldChange(wb, c);
-        });
-    });
+    return new CellSlider(b, c, Qt::Horizontal, low, high);
 }
 
 }  // namespace
@@ -110,6 +104,7 @@ AllongementWindow::AllongementWindow(Workbench& wb, SheetBridge& b, QWidget* par
     for (const CellGroup& g : {Check2, Option1})
         for (int i = g.firstIndex; i < g.firstIndex + g.count; ++i) b.watch(g[i], this, [later] { later->request(); });
     followPanelRefresh(wb_, button::Allongement, this, [this] { redraw(); });
+    connect(&b, &SheetBridge::entryDone, later, &DeferredRedraw::now);
     redraw();
     resize(1500, 900);
 }
@@ -132,11 +127,8 @@ QWidget* AllongementWindow::chosenBox() {
     g->addWidget(new CellEdit(bridge_, B10), 0, 1);
     auto* steps = new QHBoxLayout;
     for (int i = 0; i < 2; ++i) {
-        steps->addWidget(stepButton("Command1", i, i == 0 ? Qt::DownArrow : Qt::UpArrow,
-                                    i == 0 ? QStringLiteral("- 1") : QStringLiteral("+ 1"), [this, i] {
-                                        guarded(wb_, [&] { allongement::Command1_Click(wb_, i); });
-                                        redraw();
-                                    }));
+        steps->addWidget(stepButton(bridge_, "F_ALLONGEMENT", "Command1", i, i == 0 ? Qt::DownArrow : Qt::UpArrow,
+                                    i == 0 ? QStringLiteral("- 1") : QStringLiteral("+ 1")));
     }
     g->addLayout(steps, 0, 2);
     g->addWidget(new QLabel(QStringLiteral("Envergure (mm)")), 1, 0);

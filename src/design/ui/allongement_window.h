@@ -6,7 +6,7 @@
 #include <QWidget>
 #include <array>
 
-#include "views/chart_data.h"
+#include "core/chart_data.h"
 
 namespace tarvokin {
 class Workbench;

@@ -8,92 +8,14 @@
 #include <algorithm>
 #include <cmath>
 
-#include "design/field_rules.h"
-#include "shell/ui/cell_widgets.h"
-#include "shell/ui/chart_panel.h"
-#include "shell/ui/sheet_bridge.h"
-#include "shell/workbench.h"
+#include "entry/field_rules.h"
+#include "core/ui/cell_widgets.h"
+#include "core/ui/chart_panel.h"
+#include "core/ui/sheet_bridge.h"
+#include "core/workbench.h"
 
 namespace tarvokin::ui {
 
-namespace {
-
-void nameAfter(QWidget* w, Cell c) {
-    const CellDef& d = cellTable()[c.id];
-    w->setObjectName(QString::fromLatin1(d.name));
-    if (d.index >= 0) w->setProperty("index", d.index);
-}
-
-}  // namespace
-
-QToolButton* stepButton(const char* group, int index, Qt::ArrowType arrow, const QString& tooltip,
-                        std::function<void()> click) {
-    auto* b = new QToolButton;
-    b->setObjectName(QString::fromLatin1(group));
-    b->setProperty("index", index);
-    b->setArrowType(arrow);
-    b->setToolTip(tooltip);
-    b->setAutoRepeat(true);
-    QObject::connect(b, &QToolButton::clicked, b, [click = std::move(click)] { click(); });
-    return b;
-}
-
-CellRadio::CellRadio(SheetBridge& bridge, Cell cell, const QString& caption, QWidget* parent)
-    : QRadioButton(caption, parent), bridge_(bridge), cell_(cell) {
-    nameAfter(this, cell);
-    // The cells say which button of the group is set, not the widget siblings.
-    setAutoExclusive(false);
-    auto pull = [this] {
-        QSignalBlocker b(this);
-        setChecked(bridge_.workbench().sheet.val(cell_) != 0.0);
-    };
-    pull();
-    bridge_.watch(cell_, this, pull);
-    connect(this, &QRadioButton::clicked, this, [this](bool on) {
-        if (!on) {
-            QSignalBlocker b(this);
-            setChecked(true);
-            return;
-        }
-        Workbench& wb = bridge_.workbench();
-        wb.sheet.set(cell_, "1");
-        guarded(wb, [&] { onFieldChange(wb, cell_); });
-    });
-}
-
-CellSlider::CellSlider(SheetBridge& bridge, Cell cell, Qt::Orientation orientation, int low, int high,
-                       std::function<void(int)> move, QWidget* parent)
-    : QSlider(orientation, parent), bridge_(bridge), cell_(cell) {
-    nameAfter(this, cell);
-    setRange(low, high);
-    pull();
-    bridge_.watch(cell_, this, [this] { pull(); });
-    connect(this, &QSlider::valueChanged, this, [this, move = std::move(move)](int v) {
-        if (signalsBlocked()) return;
-        move(v);
-    });
-}
-
-void CellSlider::pull() {
-    const double v = bridge_.workbench().sheet.val(cell_);
-    if (!std::isfinite(v)) return;
-    const int position = static_cast<int>(std::lround(v));
-    if (position == value()) return;
-    QSignalBlocker b(this);
-    setValue(position);
-}
-
-DeferredRedraw::DeferredRedraw(QObject* owner, std::function<void()> redraw)
-    : QObject(owner), redraw_(std::move(redraw)) {}
-
-void DeferredRedraw::request() {
-    if (pending_) return;
-    pending_ = true;
-    QTimer::singleShot(0, this, [this] {
-        pending_ = false;
-        redraw_();
-    });
-}
 
 LegendStrip::LegendStrip(int columns, bool byColumn, QWidget* parent)
     : QWidget(parent), columns_(columns), byColumn_(byColumn) {

@@ -1,16 +1,14 @@
-// Controls shared by the analysis windows (performance, aspect ratio): step
-// buttons, option buttons and sliders bound to cells, and a redraw that waits
-// until the handler that changed a cell has finished.
+// What the analysis windows (performance, aspect ratio) share: a legend of
+// their curves, and a redraw after each refresh of their panel.
 #pragma once
 
 #include <QObject>
-#include <QRadioButton>
-#include <QSlider>
-#include <QToolButton>
+#include <QWidget>
 #include <functional>
 
-#include "project/cells.h"
-#include "views/chart_data.h"
+#include "core/cells.h"
+#include "core/chart_data.h"
+#include "core/ui/entry_controls.h"
 
 namespace tarvokin {
 class Workbench;
@@ -19,52 +17,6 @@ class Workbench;
 namespace tarvokin::ui {
 
 class SheetBridge;
-
-// One button of a step group (Command1, Command2...): objectName is the
-// group's name and the "index" property its position in the group.
-QToolButton* stepButton(const char* group, int index, Qt::ArrowType arrow, const QString& tooltip,
-                        std::function<void()> click);
-
-// An option button bound to a flag cell. Its change step decides what
-// happens to the other buttons of its group; a click on a set button keeps it
-// set, as an option button never clears itself.
-class CellRadio : public QRadioButton {
-    Q_OBJECT
-public:
-    CellRadio(SheetBridge& bridge, Cell cell, const QString& caption, QWidget* parent = nullptr);
-
-private:
-    SheetBridge& bridge_;
-    Cell cell_;
-};
-
-// A slider bound to a number cell. Moving it calls `move` with the new
-// position (the window's handler for it); a change of the cell moves it.
-class CellSlider : public QSlider {
-    Q_OBJECT
-public:
-    CellSlider(SheetBridge& bridge, Cell cell, Qt::Orientation orientation, int low, int high,
-               std::function<void(int)> move, QWidget* parent = nullptr);
-
-private:
-    void pull();
-    SheetBridge& bridge_;
-    Cell cell_;
-};
-
-// Collects redraw requests and runs one redraw once control is back in the
-// event loop: a cell's watcher fires while the cell is written, before the
-// change step that recomputes the charts has run.
-class DeferredRedraw : public QObject {
-    Q_OBJECT
-public:
-    DeferredRedraw(QObject* owner, std::function<void()> redraw);
-    void request();
-
-private:
-    std::function<void()> redraw_;
-    bool pending_ = false;
-};
 
 // A legend laid out in rows and columns under one or several charts: the
 // six curves of three airfoils at two masses, with their captions in full,

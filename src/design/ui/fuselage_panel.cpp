@@ -4,8 +4,8 @@
 #include <QGroupBox>
 #include <QVBoxLayout>
 
-#include "shell/ui/cell_widgets.h"
-#include "shell/ui/form_helpers.h"
+#include "core/ui/cell_widgets.h"
+#include "core/ui/form_helpers.h"
 
 namespace tarvokin::ui {
 

@@ -13,10 +13,10 @@
 
 #include "design/performance.h"
 #include "design/ui/analysis_controls.h"
-#include "shell/ui/cell_widgets.h"
-#include "shell/ui/chart_panel.h"
-#include "shell/ui/sheet_bridge.h"
-#include "shell/workbench.h"
+#include "core/ui/cell_widgets.h"
+#include "core/ui/chart_panel.h"
+#include "core/ui/sheet_bridge.h"
+#include "core/workbench.h"
 
 namespace tarvokin::ui {
 
@@ -81,12 +81,8 @@ ConstantSpeedWindow::ConstantSpeedWindow(Workbench& wb, SheetBridge& b, QWidget*
     const std::pair<Qt::ArrowType, int> steps[] = {{Qt::DownArrow, -1}, {Qt::UpArrow, 1}};
     for (int i = 0; i < 2; ++i) {
         const int direction = steps[i].second;
-        controls->addWidget(stepButton("Command1", i, steps[i].first,
-                                       direction < 0 ? QStringLiteral("- 5 km/h") : QStringLiteral("+ 5 km/h"),
-                                       [this, direction] {
-                                           guarded(wb_, [&] { F_GEO_5_Command1_Click(wb_, direction); });
-                                           redraw();
-                                       }));
+        controls->addWidget(stepButton(b, "F_GEO_5", "Command1", i, steps[i].first,
+                                       direction < 0 ? QStringLiteral("- 5 km/h") : QStringLiteral("+ 5 km/h")));
     }
     controls->addSpacing(16);
     for (int a = 0; a < 3; ++a) controls->addWidget(airfoilCheck(b, Check2[a], a));
@@ -104,11 +100,7 @@ ConstantSpeedWindow::ConstantSpeedWindow(Workbench& wb, SheetBridge& b, QWidget*
         auto* value = result(b, shown[i]);
         value->setToolTip(QStringLiteral("Maximum de l'échelle (0 : automatique)"));
         scale->addWidget(value);
-        const int which = i + 1;
-        auto* slider = new CellSlider(b, scales[i], Qt::Vertical, 0, highs[i], [this, which](int v) {
-            guarded(wb_, [&] { F_GEO_5_VScroll_Change(wb_, which, v); });
-            redraw();
-        });
+        auto* slider = new CellSlider(b, scales[i], Qt::Vertical, 0, highs[i]);
         if (i == 1) slider->setSingleStep(10), slider->setPageStep(100);
         scale->addWidget(slider, 1, Qt::AlignHCenter);
         row->addLayout(scale);
@@ -122,6 +114,7 @@ ConstantSpeedWindow::ConstantSpeedWindow(Workbench& wb, SheetBridge& b, QWidget*
     auto* later = new DeferredRedraw(this, [this] { redraw(); });
     for (Cell c : {Text2, Text3, Text4, Check2[0], Check2[1], Check2[2]})
         b.watch(c, this, [later] { later->request(); });
+    connect(&b, &SheetBridge::entryDone, later, &DeferredRedraw::now);
     resize(1100, 560);
 }
 
@@ -171,6 +164,13 @@ PerformanceWindow::PerformanceWindow(Workbench& wb, SheetBridge& b, QWidget* par
 
     constantSpeed_ = new ConstantSpeedWindow(wb_, bridge_, this);
     followPanelRefresh(wb_, button::Performances, this, [this] { redraw(); });
+    // The window at constant speed shows when its button's handler has
+    // opened it; the charts follow every entry.
+    auto* later = new DeferredRedraw(this, [this] {
+        if (wb_.perf.constantReynoldsOpen && !constantSpeed_->isVisible()) openConstantSpeed();
+        redraw();
+    });
+    connect(&bridge_, &SheetBridge::entryDone, later, &DeferredRedraw::now);
     redraw();
     resize(1500, 900);
 }
@@ -194,13 +194,8 @@ QWidget* PerformanceWindow::airBox() {
         auto* field = new CellEdit(bridge_, row.cell);
         field->setMaximumWidth(80);
         g->addWidget(field, r, 1);
-        const AirStep down = row.down, up = row.up;
-        g->addWidget(stepButton("Command1", row.firstIndex, Qt::DownArrow, {},
-                                [this, down] { guarded(wb_, [&] { F_GEO_3_Command1_Click(wb_, down); }); }),
-                     r, 2);
-        g->addWidget(stepButton("Command1", row.firstIndex + 1, Qt::UpArrow, {},
-                                [this, up] { guarded(wb_, [&] { F_GEO_3_Command1_Click(wb_, up); }); }),
-                     r, 3);
+        g->addWidget(stepButton(bridge_, "F_GEO_3", "Command1", row.firstIndex, Qt::DownArrow, {}), r, 2);
+        g->addWidget(stepButton(bridge_, "F_GEO_3", "Command1", row.firstIndex + 1, Qt::UpArrow, {}), r, 3);
         g->addWidget(new QLabel(QString::fromUtf8(row.unit)), r, 4);
         ++r;
     }
@@ -243,10 +238,7 @@ QWidget* PerformanceWindow::cursorBox() {
     point->setMaximumWidth(80);
     g->addWidget(point, 0, 1);
     for (int i = 0; i < 2; ++i) {
-        const int direction = i == 0 ? -1 : 1;
-        g->addWidget(stepButton("Command2", i, i == 0 ? Qt::DownArrow : Qt::UpArrow, {},
-                                [this, direction] { guarded(wb_, [&] { F_GEO_3_Command2_Click(wb_, direction); }); }),
-                     0, 2 + i);
+        g->addWidget(stepButton(bridge_, "F_GEO_3", "Command2", i, i == 0 ? Qt::DownArrow : Qt::UpArrow, {}), 0, 2 + i);
     }
     g->addWidget(new QLabel(QStringLiteral("Cz")), 1, 0);
     g->addWidget(result(bridge_, T_Cz), 1, 1);
@@ -259,15 +251,11 @@ QWidget* PerformanceWindow::cursorBox() {
     g->addWidget(new QLabel(QStringLiteral("X x")), 5, 0);
     g->addWidget(result(bridge_, Command3), 5, 1);
     for (int i = 0; i < 2; ++i) {
-        const int direction = i == 0 ? -1 : 1;
-        g->addWidget(stepButton("Command3", i, i == 0 ? Qt::LeftArrow : Qt::RightArrow, {},
-                                [this, direction] { guarded(wb_, [&] { F_GEO_3_Command3_Click(wb_, direction); }); }),
-                     5, 2 + i);
+        g->addWidget(stepButton(bridge_, "F_GEO_3", "Command3", i, i == 0 ? Qt::LeftArrow : Qt::RightArrow, {}), 5,
+                     2 + i);
     }
-    auto* constant = new QPushButton(QStringLiteral("Reynolds constant..."));
-    constant->setObjectName("Command4");
-    constant->setToolTip(QStringLiteral("Performances à Reynolds constant"));
-    connect(constant, &QPushButton::clicked, this, [this] { openConstantSpeed(); });
+    auto* constant = commandButton(bridge_, "F_GEO_3", "Command4", -1, QStringLiteral("Reynolds constant..."),
+                                   QStringLiteral("Performances à Reynolds constant"));
     g->addWidget(constant, 6, 0, 1, 4);
     return box;
 }
@@ -305,7 +293,6 @@ QWidget* PerformanceWindow::readoutBox() {
 }
 
 void PerformanceWindow::openConstantSpeed() {
-    guarded(wb_, [&] { F_GEO_3_Command4_Click(wb_); });
     constantSpeed_->show();
     constantSpeed_->raise();
     constantSpeed_->redraw();

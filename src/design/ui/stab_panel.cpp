@@ -7,8 +7,8 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
-#include "shell/ui/cell_widgets.h"
-#include "shell/ui/form_helpers.h"
+#include "core/ui/cell_widgets.h"
+#include "core/ui/form_helpers.h"
 
 namespace tarvokin::ui {
 

@@ -11,12 +11,12 @@
 #include <algorithm>
 #include <cmath>
 
-#include "design/field_rules.h"
+#include "entry/field_rules.h"
 #include "design/tail_tools.h"
-#include "shell/ui/cell_widgets.h"
-#include "shell/ui/form_helpers.h"
-#include "shell/ui/sheet_bridge.h"
-#include "shell/workbench.h"
+#include "core/ui/cell_widgets.h"
+#include "core/ui/form_helpers.h"
+#include "core/ui/sheet_bridge.h"
+#include "core/workbench.h"
 
 namespace tarvokin::ui {
 

@@ -16,16 +16,18 @@
 #include <QVBoxLayout>
 #include <optional>
 
-#include "design/field_rules.h"
+#include "entry/field_rules.h"
 #include "power/calc_mot.h"
 #include "power/motor_table.h"
 #include "power/motorisation.h"
 #include "power/ui/power_ui.h"
-#include "shell/ui/cell_widgets.h"
-#include "shell/ui/chart_panel.h"
-#include "shell/ui/form_helpers.h"
-#include "shell/ui/sheet_bridge.h"
-#include "shell/workbench.h"
+#include "core/ui/cell_widgets.h"
+#include "core/ui/entry_controls.h"
+#include "core/ui/chart_panel.h"
+#include "core/ui/form_helpers.h"
+#include "core/ui/sheet_bridge.h"
+#include "core/workbench.h"
+#include "entry/entry_path.h"
 
 namespace tarvokin::ui {
 
@@ -140,9 +142,7 @@ QWidget* CalcMotWindow::toleranceSlider(Cell cell, const QString& caption) {
     auto* value = new QLabel;
     value->setMinimumWidth(44);
     value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    auto* slider = new QSlider(Qt::Horizontal);
-    slider->setObjectName(QString::fromLatin1(cellTable()[cell.id].name));
-    slider->setRange(0, 50);
+    auto* slider = new CellSlider(bridge_, cell, Qt::Horizontal, 0, 50);
     slider->setToolTip(caption + QStringLiteral(" (%)"));
     g->addWidget(new QLabel(caption), 0, 0);
     g->addWidget(value, 0, 1);
@@ -157,9 +157,6 @@ QWidget* CalcMotWindow::toleranceSlider(Cell cell, const QString& caption) {
     };
     pull();
     bridge_.watch(cell, slider, pull);
-    connect(slider, &QSlider::valueChanged, this, [this, cell](int v) {
-        guarded(wb_, [&] { enterField(wb_, cell, std::to_string(v)); });
-    });
     return w;
 }
 
@@ -294,12 +291,13 @@ QWidget* CalcMotWindow::motorsPart() {
 
     connect(tree_, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem* item, int) {
         if (item->data(0, kKeyRole).isValid())
-            chooseMotor(item->data(0, kMarqueRole).toString(), item->data(0, kModeleRole).toString());
+            chooseMotor(tree_->objectName(), item->data(0, kMarqueRole).toString(),
+                        item->data(0, kModeleRole).toString());
     });
     connect(grid_, &QTableWidget::cellClicked, this, [this](int row, int) {
         const QTableWidgetItem* first = grid_->item(row, 0);
         const QTableWidgetItem* second = grid_->item(row, 1);
-        if (first && second) chooseMotor(first->text(), second->text());
+        if (first && second) chooseMotor(grid_->objectName(), first->text(), second->text());
     });
     return w;
 }
@@ -376,8 +374,12 @@ void CalcMotWindow::fillCandidates() {
                                                : QString());
 }
 
-void CalcMotWindow::chooseMotor(const QString& marque, const QString& modele) {
-    guarded(wb_, [&] { CandidateClicked(wb_, ss(marque), ss(modele)); });
+void CalcMotWindow::chooseMotor(const QString& control, const QString& marque, const QString& modele) {
+    Action a;
+    a.form = "F_CALC_MOT";
+    a.control = ss(control);
+    a.text = ss(marque) + "\t" + ss(modele);
+    bridge_.enter([&] { Perform(wb_, a); });
 }
 
 void CalcMotWindow::drawCharts() {

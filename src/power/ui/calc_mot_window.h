@@ -7,7 +7,7 @@
 #include <initializer_list>
 #include <vector>
 
-#include "project/cells.h"
+#include "core/cells.h"
 
 class QGroupBox;
 class QLabel;
@@ -53,7 +53,8 @@ private:
     QWidget* motorsPart();
     QWidget* chartsPart();
     QWidget* toleranceSlider(Cell cell, const QString& caption);
-    void chooseMotor(const QString& marque, const QString& modele);
+    // A motor clicked in the tree or the grid (named by `control`).
+    void chooseMotor(const QString& control, const QString& marque, const QString& modele);
     void drawCharts();
 
     Workbench& wb_;

@@ -9,11 +9,11 @@
 #include "power/calc_mot.h"
 #include "power/motorisation.h"
 #include "power/ui/power_ui.h"
-#include "shell/ui/cell_widgets.h"
-#include "shell/ui/chart_panel.h"
-#include "shell/ui/form_helpers.h"
-#include "shell/ui/sheet_bridge.h"
-#include "shell/workbench.h"
+#include "core/ui/cell_widgets.h"
+#include "core/ui/chart_panel.h"
+#include "core/ui/form_helpers.h"
+#include "core/ui/sheet_bridge.h"
+#include "core/workbench.h"
 
 namespace tarvokin::ui {
 

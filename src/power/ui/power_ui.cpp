@@ -6,9 +6,9 @@
 #include <QTimer>
 #include <QWidget>
 
-#include "shell/ui/cell_widgets.h"
-#include "shell/ui/sheet_bridge.h"
-#include "shell/workbench.h"
+#include "core/ui/cell_widgets.h"
+#include "core/ui/sheet_bridge.h"
+#include "core/workbench.h"
 
 namespace tarvokin::ui {
 

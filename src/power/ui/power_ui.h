@@ -7,7 +7,7 @@
 #include <functional>
 #include <initializer_list>
 
-#include "project/cells.h"
+#include "core/cells.h"
 
 class QLabel;
 class QWidget;

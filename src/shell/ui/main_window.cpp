@@ -21,7 +21,7 @@
 #include <QUrl>
 #include <filesystem>
 
-#include "airfoils/polar_store.h"
+#include "airfoils/polar_lookup.h"
 #include "airfoils/ui/airfoil_window.h"
 #include "airfoils/xfoil_runner.h"
 #include "design/ui/allongement_window.h"
@@ -35,14 +35,16 @@
 #include "power/ui/calc_mot_window.h"
 #include "power/ui/motorisation_window.h"
 #include "power/ui/servos_window.h"
-#include "project/file_spelling.h"
-#include "shell/progress.h"
-#include "shell/session.h"
-#include "shell/ui/cell_widgets.h"
+#include "core/file_spelling.h"
+#include "core/progress.h"
+#include "entry/airfoil_choice.h"
+#include "entry/entry_path.h"
+#include "entry/session.h"
+#include "core/ui/cell_widgets.h"
 #include "shell/ui/preferences_dialog.h"
-#include "shell/ui/sheet_bridge.h"
+#include "core/ui/sheet_bridge.h"
 #include "shell/ui/toolbar_icons.h"
-#include "shell/workbench.h"
+#include "core/workbench.h"
 #include "views/ui/design_view_area.h"
 #include "views/ui/design_window.h"
 
@@ -126,10 +128,14 @@ MainWindow::MainWindow(Workbench& wb, SheetBridge& bridge, QWidget* parent)
     buildToolbar();
     buildMenus();
     buildPanelWindows();
-    // "[*]" is where Qt shows the mark of a model whose last save failed.
-    auto title = [this] { setWindowTitle(qs(wb_.sheet.text(F_Main::Caption)) + QStringLiteral("[*]")); };
+    // The title carries the unsaved mark while the design differs from its file.
+    auto title = [this] {
+        setWindowTitle(qs(wb_.sheet.text(F_Main::Caption)) + QStringLiteral("[*]"));
+        historyChanged();
+    };
     title();
     bridge_.watch(F_Main::Caption, this, title);
+    connect(&bridge_, &SheetBridge::entryDone, this, &MainWindow::historyChanged);
     for (int p = 1; p <= 33; ++p) bridge_.watch(F_Main::Toolbar2[p], this, [this] { panelTagsChanged(); });
     panelTagsChanged();
     resize(1200, 820);
@@ -229,7 +235,7 @@ void MainWindow::buildCentre() {
             TogglePanel(wb_, button::Reglages);
     });
 
-    design_ = new DesignWindow(wb_, bridge_, [this](int b) { TogglePanel(wb_, b); });
+    design_ = new DesignWindow(wb_, bridge_);
     design_->setViewArea(new DesignViewArea(wb_, bridge_));
     setCentralWidget(design_);
 }
@@ -255,7 +261,8 @@ bool MainWindow::computePolar(int slot, int reynolds) {
 }
 
 void MainWindow::buildAirfoilDock() {
-    airfoils_ = new AirfoilWindow(wb_, bridge_, [this](int slot, int re) { return computePolar(slot, re); });
+    wb_.computePolar = [this](int slot, int re) { return computePolar(slot, re); };
+    airfoils_ = new AirfoilWindow(wb_, bridge_);
     airfoilDock_ = new QDockWidget(airfoils_->windowTitle(), this);
     airfoilDock_->setObjectName("F_PROFILS_dock");
     airfoilDock_->setWidget(airfoils_);
@@ -293,7 +300,7 @@ void MainWindow::buildToolbar() {
         if (isToggle(pos)) {
             a->setCheckable(true);
             a->setEnabled(true);
-            connect(a, &QAction::triggered, this, [this, pos] { TogglePanel(wb_, pos); });
+            connect(a, &QAction::triggered, this, [this, pos] { clickToolbar(pos); });
         }
     }
     buttons_[button::Open]->setEnabled(true);
@@ -301,10 +308,11 @@ void MainWindow::buildToolbar() {
     buttons_[button::Save]->setEnabled(true);
     connect(buttons_[button::Save], &QAction::triggered, this, [this] {
         if (wb_.projectFilePath.empty()) saveProjectAs();
-        else guarded(wb_, [this] { setWindowModified(!SaveCurrentProject(wb_)); });
+        else guarded(wb_, [this] { SaveCurrentProject(wb_); });
+        historyChanged();
     });
     buttons_[button::CloseAll]->setEnabled(true);
-    connect(buttons_[button::CloseAll], &QAction::triggered, this, [this] { CloseAllPanels(wb_); });
+    connect(buttons_[button::CloseAll], &QAction::triggered, this, [this] { clickToolbar(button::CloseAll); });
     if (!calc.isEmpty()) {
         buttons_[24]->setEnabled(true);
         connect(buttons_[24], &QAction::triggered, this, [calc] { QProcess::startDetached(calc, {}); });
@@ -332,7 +340,7 @@ void MainWindow::buildMenus() {
     for (int i = 0; i < 6; ++i) {
         QAction* a = entry(fich, "IM_RECENT", QString(), true);
         a->setProperty("index", i);
-        connect(a, &QAction::triggered, this, [this, i] { guarded(wb_, [&] { RecentClicked(wb_, i); }); });
+        connect(a, &QAction::triggered, this, [this, i] { bridge_.enter([&] { Click(wb_, "F_Main", "IM_RECENT", i); }); });
         recent.push_back(a);
     }
     auto showRecent = [this, recent, sep0] {
@@ -349,6 +357,26 @@ void MainWindow::buildMenus() {
     for (int i = 0; i < 6; ++i) bridge_.watch(F_Main::IM_RECENT[i], this, showRecent);
     fich->addSeparator()->setObjectName("sep2");
     connect(entry(fich, "IM_QUIT", QStringLiteral("&Quitter"), true), &QAction::triggered, this, &QWidget::close);
+
+    // Every entry into a window is a step of the history, taken back and
+    // done again from here or from the edit toolbar.
+    QMenu* edit = menuBar()->addMenu(QStringLiteral("É&dition"));
+    edit->setObjectName("IM_EDIT");
+    undo_ = entry(edit, "IM_UNDO", QStringLiteral("&Annuler"), false);
+    undo_->setShortcuts(QKeySequence::Undo);
+    undo_->setIcon(style()->standardIcon(QStyle::SP_ArrowBack));
+    redo_ = entry(edit, "IM_REDO", QStringLiteral("&Rétablir"), false);
+    redo_->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_Y), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z)});
+    redo_->setIcon(style()->standardIcon(QStyle::SP_ArrowForward));
+    for (QAction* a : {undo_, redo_}) {
+        const char* name = a == undo_ ? "IM_UNDO" : "IM_REDO";
+        connect(a, &QAction::triggered, this, [this, name] { bridge_.enter([&] { Click(wb_, "F_Main", name); }); });
+    }
+    auto* edits = addToolBar(QStringLiteral("Edition"));
+    edits->setObjectName("ToolbarEdit");
+    edits->setMovable(false);
+    edits->addAction(undo_);
+    edits->addAction(redo_);
 
     QMenu* prof = menuBar()->addMenu(QStringLiteral("&Profils"));
     prof->setObjectName("IM_PROFILS");
@@ -449,25 +477,18 @@ void MainWindow::buildMenus() {
     });
 }
 
-bool MainWindow::slotsNeedPolars() const {
-    for (int slot = 0; slot < 3; ++slot) {
-        if (wb_.sheet.text(F_PROFILS::CB_1[slot]).empty()) continue;
-        bool any = false;
-        for (const PolarRecord& r : wb_.polars.Polars[static_cast<size_t>(slot)]) any = any || r.LastRow > 0;
-        if (!any) return true;
-    }
-    return false;
+void MainWindow::ensureSlotPolars() {
+    bridge_.enter([this] { EnsureSlotPolars(wb_); });
 }
 
-void MainWindow::ensureSlotPolars() {
-    // The analysis windows read the polars of the three airfoil slots; a
-    // project just opened has named them but not read them yet. Read (or
-    // compute) them as the airfoil window does, then bring the figures up to date.
-    if (!slotsNeedPolars() || airfoils_->busy()) return;
-    for (int slot = 0; slot < 3; ++slot) {
-        if (!wb_.sheet.text(F_PROFILS::CB_1[slot]).empty()) airfoils_->select(slot);
-    }
-    guarded(wb_, [this] { RecalcAll(wb_); });
+void MainWindow::clickToolbar(int position) {
+    bridge_.enter([&] { Click(wb_, "F_Main", "Toolbar2", position); });
+}
+
+void MainWindow::historyChanged() {
+    undo_->setEnabled(wb_.history.canUndo());
+    redo_->setEnabled(wb_.history.canRedo());
+    setWindowModified(wb_.history.modified());
 }
 
 void MainWindow::panelTagsChanged() {
@@ -477,7 +498,7 @@ void MainWindow::panelTagsChanged() {
         if (open && !analysisOpen_[b]) analysisOpened = true;
         analysisOpen_[b] = open;
     }
-    if (analysisOpened && slotsNeedPolars())
+    if (analysisOpened && SlotsNeedPolars(wb_))
         QMetaObject::invokeMethod(this, [this] { ensureSlotPolars(); }, Qt::QueuedConnection);
     int shown = 0;
     for (int b : {button::Wing, button::Stab, button::Fuselage}) {
@@ -520,12 +541,13 @@ void MainWindow::panelTagsChanged() {
 }
 
 void MainWindow::openProject() {
+    EndEntry(wb_);
     const QString start = qs((wb_.home() / "MODELES").string());
     const QString file = QFileDialog::getOpenFileName(this, QStringLiteral("Ouvrir un Projet"), start,
                                                       QStringLiteral("Fichiers Modèles (*.mdl *.MDL);;All Files (*)"));
     if (file.isEmpty()) return;
     guarded(wb_, [&] { OpenProject(wb_, ss(file)); });
-    setWindowModified(false);
+    historyChanged();
 }
 
 void MainWindow::saveProjectAs() {
@@ -534,7 +556,8 @@ void MainWindow::saveProjectAs() {
     const QString file = QFileDialog::getSaveFileName(this, QStringLiteral("Sauvegarder le Projet"), offer,
                                                       QStringLiteral("Fichiers Modèles (*.mdl *.MDL);;All Files (*)"));
     if (file.isEmpty()) return;
-    guarded(wb_, [&] { setWindowModified(!SaveProjectAs(wb_, ss(file))); });
+    guarded(wb_, [&] { SaveProjectAs(wb_, ss(file)); });
+    historyChanged();
 }
 
 void MainWindow::openPreferences() {
@@ -559,7 +582,6 @@ void MainWindow::closeEvent(QCloseEvent* e) {
             // The save on exit failed and the user has been told why: the
             // model stays on screen so that it can be saved elsewhere.
             quitting_ = false;
-            setWindowModified(true);
             e->ignore();
             return;
         }

@@ -55,14 +55,17 @@ private:
     void buildAirfoilDock();
     void buildPanelWindows();
     void panelTagsChanged();
-    bool slotsNeedPolars() const;
     void ensureSlotPolars();
-    void openPreferences();
+    void clickToolbar(int position);
+    // Undo and redo follow the history; the title's mark, the saved state.
+    void historyChanged();    void openPreferences();
     void openInEditor(const QString& relativePath, const QString& missingMessage = {});
 
     Workbench& wb_;
     SheetBridge& bridge_;
     std::map<int, QAction*> buttons_;
+    QAction* undo_ = nullptr;
+    QAction* redo_ = nullptr;
     std::map<int, QWidget*> designPanels_;
     std::map<int, QWidget*> panelWindows_;
     QStackedWidget* designStack_ = nullptr;

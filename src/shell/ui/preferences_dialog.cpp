@@ -9,10 +9,10 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
-#include "project/text_case.h"
-#include "shell/ui/cell_widgets.h"
-#include "shell/ui/sheet_bridge.h"
-#include "shell/workbench.h"
+#include "core/text_case.h"
+#include "core/ui/cell_widgets.h"
+#include "core/ui/sheet_bridge.h"
+#include "core/workbench.h"
 
 namespace tarvokin::ui {
 

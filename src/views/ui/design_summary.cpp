@@ -4,7 +4,7 @@
 #include <QGroupBox>
 #include <QVBoxLayout>
 
-#include "shell/ui/cell_widgets.h"
+#include "core/ui/cell_widgets.h"
 
 namespace tarvokin::ui {
 

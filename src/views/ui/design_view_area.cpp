@@ -14,11 +14,11 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
-#include "project/profile_file.h"
-#include "project/project_file.h"
-#include "shell/ui/cell_widgets.h"
-#include "shell/ui/sheet_bridge.h"
-#include "shell/workbench.h"
+#include "core/profile_file.h"
+#include "core/ui/cell_widgets.h"
+#include "core/ui/sheet_bridge.h"
+#include "core/workbench.h"
+#include "core/project_key.h"
 #include "views/design_view.h"
 #include "views/plan_export.h"
 #include "views/ui/plan_widget.h"

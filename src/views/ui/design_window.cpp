@@ -13,25 +13,22 @@
 #include <QVBoxLayout>
 #include <cmath>
 
-#include "design/field_rules.h"
-#include "design/panel_edit.h"
+#include "entry/field_rules.h"
+#include "entry/panel_edit.h"
 #include "power/motorisation.h"
-#include "project/numbers.h"
-#include "shell/ui/cell_widgets.h"
-#include "shell/ui/form_helpers.h"
-#include "shell/ui/sheet_bridge.h"
-#include "shell/workbench.h"
+#include "core/numbers.h"
+#include "core/ui/cell_widgets.h"
+#include "core/ui/form_helpers.h"
+#include "core/ui/sheet_bridge.h"
+#include "core/workbench.h"
+#include "core/ui/entry_controls.h"
+#include "entry/design_logic.h"
+#include "entry/entry_path.h"
 #include "views/ui/design_summary.h"
 
 namespace tarvokin::ui {
 
 namespace {
-
-QPushButton* button(const char* name, const QString& caption, QWidget* parent = nullptr) {
-    auto* b = new QPushButton(caption, parent);
-    b->setObjectName(QString::fromLatin1(name));
-    return b;
-}
 
 QLabel* wrapped(CellLabel* l) {
     l->setWordWrap(true);
@@ -39,14 +36,12 @@ QLabel* wrapped(CellLabel* l) {
 }
 
 // The static margin runs in tenths of a percent on the CG slider.
-constexpr int kMarginSteps = 10;
 
-constexpr int kMotorTab = 5;
 
 }  // namespace
 
-DesignWindow::DesignWindow(Workbench& wb, SheetBridge& b, std::function<void(int)> toggle, QWidget* parent)
-    : QWidget(parent), wb_(wb), bridge_(b), toggle_(std::move(toggle)) {
+DesignWindow::DesignWindow(Workbench& wb, SheetBridge& b, QWidget* parent)
+    : QWidget(parent), wb_(wb), bridge_(b) {
     setObjectName("F_3D");
     auto caption = [this] { setWindowTitle(qs(wb_.sheet.text(F_3D::Caption))); };
     caption();
@@ -81,7 +76,7 @@ DesignWindow::DesignWindow(Workbench& wb, SheetBridge& b, std::function<void(int
     // The motor figures are computed when their tab comes up, so that they
     // follow the design as it stands (masses, polars, the chosen motor).
     connect(tabs_, &QTabWidget::currentChanged, this, [this](int index) {
-        if (index == kMotorTab) guarded(wb_, [this] { RefreshMotorTab(wb_); });
+        bridge_.enter([&] { Click(wb_, "F_3D", "SSTab1", index); });
     });
     split->addWidget(left);
 
@@ -118,10 +113,8 @@ QWidget* DesignWindow::wingTab() {
     top->addLayout(airfoil);
 
     auto* panels = new QHBoxLayout;
-    auto* add = button("PB_ADD_PAN", QStringLiteral("Ajouter un panneau"));
-    auto* del = button("PB_DEL_PAN", QStringLiteral("Supprimer un panneau"));
-    connect(add, &QPushButton::clicked, this, [this] { guarded(wb_, [this] { AddWingPanel(wb_); }); });
-    connect(del, &QPushButton::clicked, this, [this] { guarded(wb_, [this] { DeleteWingPanel(wb_); }); });
+    auto* add = commandButton(bridge_, "F_3D", "PB_ADD_PAN", -1, QStringLiteral("Ajouter un panneau"));
+    auto* del = commandButton(bridge_, "F_3D", "PB_DEL_PAN", -1, QStringLiteral("Supprimer un panneau"));
     panels->addWidget(add);
     panels->addWidget(del);
     top->addLayout(panels);
@@ -161,14 +154,9 @@ QWidget* DesignWindow::wingTab() {
     top->addWidget(results);
 
     auto* open = new QHBoxLayout;
-    auto* sf = button("PB_SF", QStringLiteral("Géométrie de l'aile"));
-    connect(sf, &QPushButton::clicked, this, [this] { toggle_(button::Wing); });
-    auto* all = button("PB_ALL", QStringLiteral("Tout"));
+    auto* sf = commandButton(bridge_, "F_3D", "PB_SF", -1, QStringLiteral("Géométrie de l'aile"));
+    auto* all = commandButton(bridge_, "F_3D", "PB_ALL", -1, QStringLiteral("Tout"));
     all->setToolTip(QStringLiteral("Ouvre la géométrie de l'aile et les règlages"));
-    connect(all, &QPushButton::clicked, this, [this] {
-        if (!wb_.isOpen(button::Wing)) toggle_(button::Wing);
-        if (!wb_.isOpen(button::Reglages)) toggle_(button::Reglages);
-    });
     open->addWidget(sf);
     open->addWidget(all);
     top->addLayout(open);
@@ -185,12 +173,9 @@ QWidget* DesignWindow::stabTab() {
     top->addLayout(f);
 
     auto* panels = new QHBoxLayout;
-    auto* open = button("PB_STAB", QStringLiteral("Géométrie du stab"));
-    auto* add = button("PB_STAB_ADD_PAN", QStringLiteral("Ajouter un panneau"));
-    auto* del = button("PB_STAB_DEL_PAN", QStringLiteral("Supprimer un panneau"));
-    connect(open, &QPushButton::clicked, this, [this] { toggle_(button::Stab); });
-    connect(add, &QPushButton::clicked, this, [this] { guarded(wb_, [this] { AddStabPanel(wb_); }); });
-    connect(del, &QPushButton::clicked, this, [this] { guarded(wb_, [this] { DeleteStabPanel(wb_); }); });
+    auto* open = commandButton(bridge_, "F_3D", "PB_STAB", -1, QStringLiteral("Géométrie du stab"));
+    auto* add = commandButton(bridge_, "F_3D", "PB_STAB_ADD_PAN", -1, QStringLiteral("Ajouter un panneau"));
+    auto* del = commandButton(bridge_, "F_3D", "PB_STAB_DEL_PAN", -1, QStringLiteral("Supprimer un panneau"));
     panels->addWidget(open);
     panels->addWidget(add);
     panels->addWidget(del);
@@ -223,8 +208,7 @@ QWidget* DesignWindow::finTab() {
     addField(bridge_, f, QStringLiteral("Position haute"), F_GEO_STAB::T_Deriv_PosH);
     addField(bridge_, f, QStringLiteral("Position basse"), F_GEO_STAB::T_Deriv_PosB);
     top->addLayout(f);
-    auto* open = button("PB_DERIVE", QStringLiteral("Géométrie de la dérive"));
-    connect(open, &QPushButton::clicked, this, [this] { toggle_(button::Stab); });
+    auto* open = commandButton(bridge_, "F_3D", "PB_DERIVE", -1, QStringLiteral("Géométrie de la dérive"));
     top->addWidget(open);
     top->addStretch(1);
     return w;
@@ -244,8 +228,7 @@ QWidget* DesignWindow::fuselageTab() {
     addField(bridge_, f, QStringLiteral("Hauteur"), D25);
     addResult(bridge_, f, QStringLiteral("Foyer Fuselage"), F_3D::j26a);
     top->addLayout(f);
-    auto* open = button("PB_FUS", QStringLiteral("Géométrie du fuselage"));
-    connect(open, &QPushButton::clicked, this, [this] { toggle_(button::Fuselage); });
+    auto* open = commandButton(bridge_, "F_3D", "PB_FUS", -1, QStringLiteral("Géométrie du fuselage"));
     top->addWidget(open);
     top->addStretch(1);
     return w;
@@ -273,10 +256,17 @@ QWidget* DesignWindow::centringTab() {
     // to follow the drag, so the label, the plans and the incidences move with it.
     connect(cg_, &QSlider::valueChanged, this, [this](int v) {
         if (signalsBlocked()) return;
-        const std::string margin = plain(static_cast<double>(v) / kMarginSteps);
-        if (wb_.sheet.text(C29) == margin) return;
-        guarded(wb_, [&] { enterField(wb_, C29, margin); });
+        Action a;
+        a.act = Act::Scroll;
+        a.form = "F_3D";
+        a.control = "Slider1";
+        a.text = plain(v);
+        bridge_.enter([&] {
+            Perform(wb_, a);
+            if (!cg_->isSliderDown()) EndEntry(wb_);
+        });
     });
+    connect(cg_, &QSlider::sliderReleased, this, [this] { bridge_.enter([this] { EndEntry(wb_); }); });
     pullCgSlider();
     bridge_.watch(C29, this, [this] { pullCgSlider(); });
 

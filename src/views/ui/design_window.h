@@ -20,9 +20,7 @@ class SheetBridge;
 class DesignWindow : public QWidget {
     Q_OBJECT
 public:
-    // `toggle` presses a toolbar button of the main window (the wing, stab and
-    // fuselage windows are opened from the tabs).
-    DesignWindow(Workbench& wb, SheetBridge& bridge, std::function<void(int)> toggle, QWidget* parent = nullptr);
+    DesignWindow(Workbench& wb, SheetBridge& bridge, QWidget* parent = nullptr);
 
     QTabWidget* tabs() const { return tabs_; }
     QSlider* cgSlider() const { return cg_; }
@@ -43,7 +41,6 @@ private:
 
     Workbench& wb_;
     SheetBridge& bridge_;
-    std::function<void(int)> toggle_;
     QTabWidget* tabs_ = nullptr;
     QSlider* cg_ = nullptr;
     QVBoxLayout* viewPlace_ = nullptr;

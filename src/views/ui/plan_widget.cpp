@@ -3,7 +3,7 @@
 #include <QPainter>
 #include <QPainterPath>
 
-#include "shell/ui/chart_panel.h"
+#include "core/ui/chart_panel.h"
 
 namespace tarvokin::ui {
 

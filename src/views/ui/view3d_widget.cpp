@@ -5,8 +5,8 @@
 #include <QTimer>
 #include <QWheelEvent>
 
-#include "shell/ui/sheet_bridge.h"
-#include "shell/workbench.h"
+#include "core/ui/sheet_bridge.h"
+#include "core/workbench.h"
 #include "views/aircraft_mesh.h"
 #include "views/design_view.h"
 

@@ -1,0 +1,210 @@
+#include "core/ui/chart_panel.h"
+
+#include <QBuffer>
+#include <QChart>
+#include <QChartView>
+#include <QLabel>
+#include <QLegendMarker>
+#include <QLineSeries>
+#include <QPainter>
+#include <QPen>
+#include <QScatterSeries>
+#include <QSvgGenerator>
+#include <QValueAxis>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <cmath>
+#include <string_view>
+
+#include "core/file_replace.h"
+
+namespace tarvokin::ui {
+
+namespace {
+
+// Qt's dashes are drawn in units of the pen width: a short dash reads as the
+// "masse maxi" style on a small chart.
+Qt::PenStyle penStyle(int style) {
+    switch (style) {
+        case linestyle::Dashed: return Qt::DashLine;
+        case 2: return Qt::DotLine;
+        case 4: return Qt::DashDotLine;
+        default: return Qt::SolidLine;
+    }
+}
+
+QString number(double v) { return QString::number(v, 'g', 4); }
+
+struct Range {
+    double lo = 0, hi = 1;
+    bool set = false;
+    void take(double v) {
+        if (!std::isfinite(v)) return;
+        if (!set) lo = hi = v, set = true;
+        lo = std::min(lo, v);
+        hi = std::max(hi, v);
+    }
+};
+
+}  // namespace
+
+QColor toQColor(const Rgb& c) { return QColor(c.r, c.g, c.b); }
+
+Rgb slotRgb(int slot, int shade) {
+    const QColor c = slotColour(slot, shade);
+    return Rgb{static_cast<uint8_t>(c.red()), static_cast<uint8_t>(c.green()), static_cast<uint8_t>(c.blue())};
+}
+
+QColor slotColour(int slot, int shade) {
+    const Rgb& b = kAirfoilColours[((slot % 3) + 3) % 3];
+    const QColor c = toQColor(b);
+    return shade <= 0 ? c : c.lighter(100 + 18 * shade);
+}
+
+ChartPanel::ChartPanel(QWidget* parent)
+    : QWidget(parent), chart_(new QChart), view_(new QChartView(chart_)), readout_(new QLabel) {
+    view_->setRenderHint(QPainter::Antialiasing);
+    chart_->legend()->setAlignment(Qt::AlignBottom);
+    chart_->setMargins(QMargins(2, 2, 2, 2));
+    readout_->setObjectName("readout");
+    readout_->setMinimumHeight(readout_->fontMetrics().height());
+    auto* l = new QVBoxLayout(this);
+    l->setContentsMargins(0, 0, 0, 0);
+    l->setSpacing(0);
+    l->addWidget(view_, 1);
+    l->addWidget(readout_);
+    setMinimumSize(320, 240);
+}
+
+void ChartPanel::clear() { setData(ChartData{}); }
+
+int ChartPanel::seriesCount() const {
+    int n = 0;
+    for (const auto& s : data_.series) n += s.points.empty() ? 0 : 1;
+    return n;
+}
+
+QString ChartPanel::readout() const { return readout_->text(); }
+
+void ChartPanel::setData(const ChartData& input) {
+    data_ = input;
+    data_.dropNonFinite();
+    chart_->removeAllSeries();
+    for (QAbstractAxis* a : chart_->axes()) {
+        chart_->removeAxis(a);
+        delete a;
+    }
+    readout_->clear();
+    chart_->setTitle(QString::fromStdString(data_.title));
+
+    Range rx, ry;
+    for (const auto& s : data_.series)
+        for (const auto& p : s.points) rx.take(p.x), ry.take(p.y);
+    for (const auto& m : data_.markers) {
+        rx.take(m.x);
+        if (m.kind == ChartMarker::Kind::Point) ry.take(m.y);
+    }
+    if (data_.xMin) rx.lo = *data_.xMin;
+    if (data_.xMax) rx.hi = *data_.xMax;
+    if (data_.yMin) ry.lo = *data_.yMin;
+    if (data_.yMax) ry.hi = *data_.yMax;
+    if (!(rx.hi - rx.lo > 1e-12)) rx.hi = rx.lo + 1;
+    if (!(ry.hi - ry.lo > 1e-12)) ry.hi = ry.lo + 1;
+
+    auto* ax = new QValueAxis;
+    auto* ay = new QValueAxis;
+    ax->setTitleText(QString::fromStdString(data_.xTitle));
+    ay->setTitleText(QString::fromStdString(data_.yTitle));
+    ax->setRange(rx.lo, rx.hi);
+    ay->setRange(ry.lo, ry.hi);
+    if (!data_.xMin && !data_.xMax) ax->applyNiceNumbers();
+    if (!data_.yMin && !data_.yMax) ay->applyNiceNumbers();
+    chart_->addAxis(ax, Qt::AlignBottom);
+    chart_->addAxis(ay, Qt::AlignLeft);
+
+    auto attach = [&](QAbstractSeries* s, bool legend) {
+        chart_->addSeries(s);
+        s->attachAxis(ax);
+        s->attachAxis(ay);
+        if (!legend)
+            for (QLegendMarker* m : chart_->legend()->markers(s)) m->setVisible(false);
+    };
+
+    for (const auto& s : data_.series) {
+        auto* ls = new QLineSeries;
+        ls->setName(QString::fromStdString(s.name));
+        for (const auto& p : s.points) ls->append(p.x, p.y);
+        QPen pen(toQColor(s.colour));
+        pen.setWidthF(1.5);
+        pen.setStyle(penStyle(s.style));
+        ls->setPen(pen);
+        ls->setPointsVisible(s.withPoints);
+        const QString name = ls->name();
+        connect(ls, &QLineSeries::hovered, this, [this, name](const QPointF& p, bool on) {
+            if (on) readout_->setText(QStringLiteral("%1 : %2 ; %3").arg(name, number(p.x()), number(p.y())));
+        });
+        attach(ls, s.inLegend && !s.name.empty());
+    }
+    for (const auto& m : data_.markers) {
+        if (m.kind == ChartMarker::Kind::VerticalLine) {
+            auto* ls = new QLineSeries;
+            ls->setName(QString::fromStdString(m.label));
+            ls->append(m.x, ay->min());
+            ls->append(m.x, ay->max());
+            QPen pen(toQColor(m.colour));
+            pen.setWidthF(1);
+            ls->setPen(pen);
+            attach(ls, !m.label.empty());
+        } else {
+            auto* sc = new QScatterSeries;
+            sc->setName(QString::fromStdString(m.label));
+            sc->append(m.x, m.y);
+            sc->setMarkerSize(m.size);
+            sc->setColor(toQColor(m.colour));
+            sc->setBorderColor(toQColor(m.colour));
+            attach(sc, !m.label.empty());
+        }
+    }
+}
+
+void ChartPanel::mouseDoubleClickEvent(QMouseEvent* e) {
+    QWidget::mouseDoubleClickEvent(e);
+    emit doubleClicked();
+}
+
+namespace {
+
+// Charts are saved through a buffer so that a failed save never leaves half a
+// picture in place of a good one.
+bool replaceWith(const QString& file, const QByteArray& bytes) {
+    return !bytes.isEmpty() &&
+           replaceFile(file.toStdString(), std::string_view(bytes.constData(), static_cast<size_t>(bytes.size())));
+}
+
+}  // namespace
+
+bool ChartPanel::savePng(const QString& file) const {
+    QByteArray bytes;
+    QBuffer buf(&bytes);
+    buf.open(QIODevice::WriteOnly);
+    if (!view_->grab().save(&buf, "PNG")) return false;
+    return replaceWith(file, bytes);
+}
+
+bool ChartPanel::saveSvg(const QString& file) const {
+    QByteArray bytes;
+    QBuffer buf(&bytes);
+    buf.open(QIODevice::WriteOnly);
+    QSvgGenerator gen;
+    gen.setOutputDevice(&buf);
+    gen.setSize(view_->size());
+    gen.setViewBox(QRect(QPoint(0, 0), view_->size()));
+    gen.setTitle(QString::fromStdString(data_.title));
+    QPainter p;
+    if (!p.begin(&gen)) return false;
+    view_->render(&p);
+    if (!p.end()) return false;
+    return replaceWith(file, bytes);
+}
+
+}  // namespace tarvokin::ui

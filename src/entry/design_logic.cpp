@@ -5,6 +5,7 @@
 #include "entry/field_rules.h"
 #include "entry/panel_edit.h"
 #include "entry/session.h"
+#include "design/tail_tools.h"
 #include "power/motorisation.h"
 
 namespace tarvokin {
@@ -37,6 +38,12 @@ void installDesignLogic(Workbench& wb) {
     h.onView("F_3D", "SSTab1", Act::Click, [](Workbench& w, const Action& a) {
         if (a.index == kMotorTab) RefreshMotorTab(w);
     });
+
+    // The tail calculators: the cross tail's figures as the window shows,
+    // and the two conversions of the V tail window.
+    h.onView("F_STAB", "Form_Activate", Act::Click, [](Workbench& w, const Action&) { Calc_V(w.sheet); });
+    h.on("F_STAB_VE", "Command1", Act::Click, [](Workbench& w, const Action&) { StabVE_Command1(w.sheet); });
+    h.on("F_STAB_VE", "Command2", Act::Click, [](Workbench& w, const Action&) { StabVE_Command2(w.sheet); });
 
     // The centre of gravity: the static margin typed as the slider stands,
     // and recalculated at each position (fast enough to follow the drag).

@@ -9,6 +9,8 @@
 #include "entry/field_rules.h"
 #include "entry/main_window_logic.h"
 #include "entry/power_logic.h"
+#include "entry/preferences_logic.h"
+#include "entry/view_logic.h"
 #include "power/motorisation.h"
 #include "power/power_fields.h"
 
@@ -39,6 +41,8 @@ void InstallWindowLogic(Workbench& wb) {
     installMainWindowLogic(wb);
     installPowerLogic(wb);
     installDesignLogic(wb);
+    installViewLogic(wb);
+    installPreferencesLogic(wb);
 }
 
 }  // namespace tarvokin

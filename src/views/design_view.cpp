@@ -226,4 +226,9 @@ void SetViewColour(Workbench& wb, Cell sample, PackedColour colour) {
     v.NeedsRedraw = true;
 }
 
+const char* PhotoKey(int place) {
+    static const char* keys[4] = {"Photo_Profil", "Photo_Dessus", "Photo_Face", "Photo_Centrage"};
+    return place >= 0 && place < 4 ? keys[place] : "";
+}
+
 }  // namespace tarvokin

@@ -47,6 +47,11 @@ void PressRenderButton(Workbench& wb, int index);
 // 8 the labels, 9 the axes' colour; then a frame.
 void ViewSwitchChanged(Workbench& wb, int index);
 
+// The [IMAGES] key of the background picture of a view of the design window
+// ("Photo_Profil", "Photo_Dessus", "Photo_Face", "Photo_Centrage"), by its
+// place 0..3 in that order; "" for another place.
+const char* PhotoKey(int place);
+
 // A colour sample chosen by the user: the sample cell, the "Colors" key
 // (settings file for the background and wire frame, project file for the
 // parts) and the faces of that part's meshes at reflectivity 0.9.

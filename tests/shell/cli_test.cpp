@@ -327,3 +327,24 @@ TEST(CliFields, PowerWindowsComputeWhenOpenedAndOnSet) {
     EXPECT_EQ(quiet.fields["F_CALC_MOT.PM"], "-");
     EXPECT_EQ(quiet.fields["F_STAB.D15"], "0.00");
 }
+
+TEST(CliFields, EntriesRunInOrderThroughTheWindowsHandlers) {
+    Home h;
+    const CliRun plain = cli({"fields", h.demo(), "--home", h.home(), "--open", "17"});
+    const CliRun set = cli({"fields", h.demo(), "--home", h.home(), "--open", "17", "--set", "F_GEO_SF.b7=900"});
+    ASSERT_EQ(plain.status, 0);
+    EXPECT_NE(set.out, plain.out);
+    EXPECT_EQ(cli({"fields", h.demo(), "--home", h.home(), "--open", "17", "--set", "F_GEO_SF.b7=900", "--undo"}).out,
+              plain.out);
+    EXPECT_EQ(cli({"fields", h.demo(), "--home", h.home(), "--open", "17", "--set", "F_GEO_SF.b7=900", "--undo",
+                   "--redo"})
+                  .out,
+              set.out);
+    // An undo with nothing to undo changes nothing.
+    EXPECT_EQ(cli({"fields", h.demo(), "--home", h.home(), "--open", "17", "--undo"}).out, plain.out);
+
+    const CliRun up = cli({"fields", h.demo(), "--home", h.home(), "--open", "17", "--click", "F_GEO_3.Command1(1)"});
+    EXPECT_EQ(std::stod(up.fields.at("F_GEO_3.Text2")), std::stod(plain.fields.at("F_GEO_3.Text2")) + 100);
+    EXPECT_EQ(cli({"fields", h.demo(), "--home", h.home(), "--click", "F_GEO_3.Nope"}).status, 2);
+    EXPECT_EQ(cli({"fields", h.demo(), "--home", h.home(), "--click", "Command1"}).status, 2);
+}

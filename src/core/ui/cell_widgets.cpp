@@ -56,8 +56,33 @@ void CellEdit::pull() {
     }
 }
 
+namespace {
+
+// The program's undo (-1) or redo (1) asked by a key, 0 for any other key.
+int historyKey(const QKeyEvent* k) {
+    if (k->matches(QKeySequence::Undo)) return -1;
+    const bool ctrlY = k->key() == Qt::Key_Y && (k->modifiers() & Qt::ControlModifier);
+    return k->matches(QKeySequence::Redo) || ctrlY ? 1 : 0;
+}
+
+}  // namespace
+
+bool CellEdit::event(QEvent* e) {
+    if (e->type() == QEvent::ShortcutOverride && historyKey(static_cast<QKeyEvent*>(e)) != 0) {
+        e->ignore();
+        return false;
+    }
+    return QLineEdit::event(e);
+}
+
 void CellEdit::keyPressEvent(QKeyEvent* e) {
     Workbench& wb = bridge_.workbench();
+    // Without the window's shortcut (no active window), the keys still walk
+    // the program's history and never the field's own.
+    if (const int h = historyKey(e)) {
+        bridge_.enter([&] { Click(wb, "F_Main", h < 0 ? "IM_UNDO" : "IM_REDO"); });
+        return;
+    }
     if (e->key() == Qt::Key_Return || e->key() == Qt::Key_Enter) {
         bridge_.enter([&] { PressEnter(wb, cell_); });
         focusNextChild();

@@ -23,6 +23,9 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent* e) override;
+    // Undo and redo are the program's, over every entry, not the field's own
+    // undo of its text: the keys are left to the window's shortcuts.
+    bool event(QEvent* e) override;
 
 private:
     void pull();

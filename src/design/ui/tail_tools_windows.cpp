@@ -16,7 +16,9 @@
 #include "core/ui/cell_widgets.h"
 #include "core/ui/form_helpers.h"
 #include "core/ui/sheet_bridge.h"
+#include "core/ui/entry_controls.h"
 #include "core/workbench.h"
+#include "entry/entry_path.h"
 
 namespace tarvokin::ui {
 
@@ -107,7 +109,7 @@ void StabWindow::showEvent(QShowEvent* e) {
     QWidget::showEvent(e);
     // The figures shown always belong to the fields shown.
     Workbench& wb = bridge_.workbench();
-    guarded(wb, [&] { Calc_V(wb.sheet); });
+    bridge_.enter([&] { Click(wb, "F_STAB", "Form_Activate"); });
 }
 
 StabVEWindow::StabVEWindow(SheetBridge& b, QWidget* parent) : QWidget(parent), bridge_(b) {
@@ -134,17 +136,8 @@ StabVEWindow::StabVEWindow(SheetBridge& b, QWidget* parent) : QWidget(parent), b
     top->addLayout(opening);
 
     auto* buttons = new QHBoxLayout;
-    auto* toNormal = new QPushButton(QStringLiteral("Stab V  >>  Stab Normal"));
-    toNormal->setObjectName("Command1");
-    auto* toV = new QPushButton(QStringLiteral("Stab Normal  >>  Stab V"));
-    toV->setObjectName("Command2");
-    for (auto [button, cell] : {std::pair{toNormal, Command1}, std::pair{toV, Command2}}) {
-        connect(button, &QPushButton::clicked, this, [this, cell = cell] {
-            Workbench& wb = bridge_.workbench();
-            guarded(wb, [&] { onFieldChange(wb, cell); });
-        });
-        buttons->addWidget(button);
-    }
+    buttons->addWidget(commandButton(b, "F_STAB_VE", "Command1", -1, QStringLiteral("Stab V  >>  Stab Normal")));
+    buttons->addWidget(commandButton(b, "F_STAB_VE", "Command2", -1, QStringLiteral("Stab Normal  >>  Stab V")));
     top->addLayout(buttons);
     top->addStretch(1);
 }

@@ -166,12 +166,12 @@ void MainWindow::addPanelWindow(int button, QWidget* window) {
     if (QAction* a = toolbarButton(button)) {
         a->setCheckable(true);
         a->setEnabled(true);
-        connect(a, &QAction::triggered, this, [this, button] { TogglePanel(wb_, button); });
+        connect(a, &QAction::triggered, this, [this, button] { clickToolbar(button); });
     }
     for (QAction* a : menuBar()->findChildren<QAction*>()) {
         if (a->property("button").toInt() == button) {
             a->setEnabled(true);
-            connect(a, &QAction::triggered, this, [this, button] { TogglePanel(wb_, button); });
+            connect(a, &QAction::triggered, this, [this, button] { clickToolbar(button); });
         }
     }
 }
@@ -184,7 +184,7 @@ QWidget* MainWindow::panelWindow(int button) const {
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Close && !syncingDocks_ && !quitting_) {
         for (auto& [b, w] : panelWindows_) {
-            if (w == watched && wb_.isOpen(b)) TogglePanel(wb_, b);
+            if (w == watched && wb_.isOpen(b)) clickToolbar(b);
         }
     }
     return QMainWindow::eventFilter(watched, event);
@@ -228,11 +228,11 @@ void MainWindow::buildCentre() {
     connect(designDock_, &QDockWidget::visibilityChanged, this, [this](bool visible) {
         if (visible || syncingDocks_ || quitting_ || !designDock_->isHidden()) return;
         for (int b : {button::Wing, button::Stab, button::Fuselage})
-            if (wb_.isOpen(b)) TogglePanel(wb_, b);
+            if (wb_.isOpen(b)) clickToolbar(b);
     });
     connect(settingsDock_, &QDockWidget::visibilityChanged, this, [this](bool visible) {
         if (!visible && !syncingDocks_ && !quitting_ && settingsDock_->isHidden() && wb_.isOpen(button::Reglages))
-            TogglePanel(wb_, button::Reglages);
+            clickToolbar(button::Reglages);
     });
 
     design_ = new DesignWindow(wb_, bridge_);
@@ -271,7 +271,7 @@ void MainWindow::buildAirfoilDock() {
     // Closing the window by its own frame is the same as the toolbar button.
     connect(airfoilDock_, &QDockWidget::visibilityChanged, this, [this](bool visible) {
         if (!visible && !syncingDocks_ && !quitting_ && airfoilDock_->isHidden() && wb_.isOpen(button::Profils))
-            TogglePanel(wb_, button::Profils);
+            clickToolbar(button::Profils);
     });
 }
 
@@ -308,8 +308,7 @@ void MainWindow::buildToolbar() {
     buttons_[button::Save]->setEnabled(true);
     connect(buttons_[button::Save], &QAction::triggered, this, [this] {
         if (wb_.projectFilePath.empty()) saveProjectAs();
-        else guarded(wb_, [this] { SaveCurrentProject(wb_); });
-        historyChanged();
+        else clickToolbar(button::Save);
     });
     buttons_[button::CloseAll]->setEnabled(true);
     connect(buttons_[button::CloseAll], &QAction::triggered, this, [this] { clickToolbar(button::CloseAll); });
@@ -414,14 +413,14 @@ void MainWindow::buildMenus() {
         static constexpr int kViewButtons[] = {button::Profils, button::Performances, button::Allongement,
                                                button::CalcMot, button::Motorisation};
         a->setProperty("button", kViewButtons[viewIndex]);
-        if (viewIndex == 0) connect(a, &QAction::triggered, this, [this] { TogglePanel(wb_, button::Profils); });
+        if (viewIndex == 0) connect(a, &QAction::triggered, this, [this] { clickToolbar(button::Profils); });
         ++viewIndex;
     }
     view->addSeparator()->setObjectName("ssep");
     connect(entry(view, "IM_View_Modele", QStringLiteral("&Vue 3D"), true), &QAction::triggered, this,
-            [this] { TogglePanel(wb_, button::View3D); });
+            [this] { clickToolbar(button::View3D); });
     QAction* fus = entry(view, "IM_FUS", QStringLiteral("&Géométrie du Fuselage"), true);
-    connect(fus, &QAction::triggered, this, [this] { TogglePanel(wb_, button::Fuselage); });
+    connect(fus, &QAction::triggered, this, [this] { clickToolbar(button::Fuselage); });
     view->addSeparator()->setObjectName("szep");
     entry(view, "IM_NAV", QStringLiteral("&Navigateur"));
 
@@ -460,7 +459,7 @@ void MainWindow::buildMenus() {
         a->setCheckable(true);
         a->setChecked(wb_.settings.languageCode == std::to_string(i));
         group->addAction(a);
-        connect(a, &QAction::triggered, this, [this, i] { ChangeLanguage(wb_, std::to_string(i)); });
+        connect(a, &QAction::triggered, this, [this, i] { bridge_.enter([&] { Click(wb_, "F_Main", "IM_Language", i); }); });
     }
 
     QMenu* help = menuBar()->addMenu(QStringLiteral("&Aide"));
@@ -479,6 +478,14 @@ void MainWindow::buildMenus() {
 
 void MainWindow::ensureSlotPolars() {
     bridge_.enter([this] { EnsureSlotPolars(wb_); });
+}
+
+void MainWindow::menuCommand(const char* entry, const std::string& file) {
+    Action a;
+    a.form = "F_Main";
+    a.control = entry;
+    a.text = file;
+    bridge_.enter([&] { Perform(wb_, a); });
 }
 
 void MainWindow::clickToolbar(int position) {
@@ -546,8 +553,7 @@ void MainWindow::openProject() {
     const QString file = QFileDialog::getOpenFileName(this, QStringLiteral("Ouvrir un Projet"), start,
                                                       QStringLiteral("Fichiers Modèles (*.mdl *.MDL);;All Files (*)"));
     if (file.isEmpty()) return;
-    guarded(wb_, [&] { OpenProject(wb_, ss(file)); });
-    historyChanged();
+    menuCommand("IM_OPEN_PROJ", ss(file));
 }
 
 void MainWindow::saveProjectAs() {
@@ -555,9 +561,7 @@ void MainWindow::saveProjectAs() {
     if (offer.isEmpty()) offer = qs((wb_.home() / "MODELES" / wb_.sheet.text(F_3D::T_NOM_Modele)).string());
     const QString file = QFileDialog::getSaveFileName(this, QStringLiteral("Sauvegarder le Projet"), offer,
                                                       QStringLiteral("Fichiers Modèles (*.mdl *.MDL);;All Files (*)"));
-    if (file.isEmpty()) return;
-    guarded(wb_, [&] { SaveProjectAs(wb_, ss(file)); });
-    historyChanged();
+    menuCommand("IM_SAVE_PROJ", ss(file));
 }
 
 void MainWindow::openPreferences() {

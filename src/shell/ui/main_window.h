@@ -57,6 +57,8 @@ private:
     void panelTagsChanged();
     void ensureSlotPolars();
     void clickToolbar(int position);
+    // A menu command of this window with the file its dialog gave.
+    void menuCommand(const char* entry, const std::string& file);
     // Undo and redo follow the history; the title's mark, the saved state.
     void historyChanged();    void openPreferences();
     void openInEditor(const QString& relativePath, const QString& missingMessage = {});

@@ -12,7 +12,9 @@
 #include "core/text_case.h"
 #include "core/ui/cell_widgets.h"
 #include "core/ui/sheet_bridge.h"
+#include "core/ui/entry_controls.h"
 #include "core/workbench.h"
+#include "entry/entry_path.h"
 
 namespace tarvokin::ui {
 
@@ -20,21 +22,23 @@ using namespace F_PREFER;
 
 namespace {
 
-// Text fields by number: each change goes to its run value at once.
-CellEdit* prefField(PreferencesDialog* owner, SheetBridge& b, Workbench& wb, Cell c, int number) {
-    auto* e = new CellEdit(b, c);
-    QObject::connect(e, &QLineEdit::textEdited, owner,
-                     [&wb, number] { preferenceFieldChanged(wb.settings, wb.sheet, number); });
-    return e;
+// Each field and switch forwards to the window's logic, which takes it into
+// the run's settings at once.
+CellEdit* prefField(PreferencesDialog*, SheetBridge& b, Workbench&, Cell c, int) { return new CellEdit(b, c); }
+
+CellCheck* prefCheck(PreferencesDialog*, SheetBridge& b, Workbench&, Cell c, const char*, const QString& caption) {
+    return new CellCheck(b, c, caption);
 }
 
-CellCheck* prefCheck(PreferencesDialog* owner, SheetBridge& b, Workbench& wb, Cell c, const char* name,
-                     const QString& caption) {
-    auto* k = new CellCheck(b, c, caption);
-    QObject::connect(k, &QCheckBox::clicked, owner, [&wb, name] {
-        preferenceClicked(wb.settings, wb.sheet, wb.settingsFilePath(), name);
-    });
-    return k;
+// A file chosen by "..." handed to the button's handler.
+void chosen(SheetBridge& b, const char* button, const QString& file) {
+    if (file.isEmpty()) return;
+    Workbench& wb = b.workbench();
+    Action a;
+    a.form = "F_PREFER";
+    a.control = button;
+    a.text = ss(file);
+    b.enter([&] { Perform(wb, a); });
 }
 
 }  // namespace
@@ -55,17 +59,7 @@ PreferencesDialog::PreferencesDialog(Workbench& wb, SheetBridge& b, QWidget* par
     gf->addRow(prefCheck(this, b, wb, Check4, "Check4", QStringLiteral("Dessin des Graphiques avec Points")));
     auto* options = new QHBoxLayout;
     const QString captions[2] = {QStringLiteral("Aile Mobile"), QStringLiteral("Fuselage mobile")};
-    for (int i = 0; i < 2; ++i) {
-        auto* r = new QRadioButton(captions[i]);
-        r->setObjectName("Option1");
-        r->setProperty("index", i);
-        r->setChecked(wb_.sheet.val(Option1[i]) != 0.0);
-        connect(r, &QRadioButton::clicked, this, [this, i] {
-            for (int k = 0; k < 2; ++k) wb_.sheet.set(Option1[k], k == i ? "1" : "0");
-            preferenceClicked(wb_.settings, wb_.sheet, wb_.settingsFilePath(), "Option1", i);
-        });
-        options->addWidget(r);
-    }
+    for (int i = 0; i < 2; ++i) options->addWidget(new CellRadio(b, Option1[i], captions[i]));
     gf->addRow(QStringLiteral("Centrage"), options);
     tabs->addTab(general, QStringLiteral("Général"));
 
@@ -76,12 +70,9 @@ PreferencesDialog::PreferencesDialog(Workbench& wb, SheetBridge& b, QWidget* par
     pathRow->addWidget(prefField(this, b, wb, Text4, 4), 1);
     auto* browse = new QPushButton(QStringLiteral("..."));
     browse->setObjectName("Command1");
-    connect(browse, &QPushButton::clicked, this, [this] {
-        const QString f = QFileDialog::getOpenFileName(this, QStringLiteral("XFoil"), QString(),
-                                                       QStringLiteral("XFoil (xfoil*);;All Files (*)"));
-        if (f.isEmpty()) return;
-        wb_.sheet.set(Text4, ss(f));
-        preferenceFieldChanged(wb_.settings, wb_.sheet, 4);
+    connect(browse, &QPushButton::clicked, this, [this, &b] {
+        chosen(b, "Command1", QFileDialog::getOpenFileName(this, QStringLiteral("XFoil"), QString(),
+                                                           QStringLiteral("XFoil (xfoil*);;All Files (*)")));
     });
     pathRow->addWidget(browse);
     xf->addRow(QStringLiteral("Path"), pathRow);
@@ -100,25 +91,13 @@ PreferencesDialog::PreferencesDialog(Workbench& wb, SheetBridge& b, QWidget* par
     fileRow->addWidget(new CellEdit(b, Text9), 1);
     auto* choose = new QPushButton(QStringLiteral("..."));
     choose->setObjectName("Command2");
-    connect(choose, &QPushButton::clicked, this, [this] {
+    connect(choose, &QPushButton::clicked, this, [this, &b] {
         const QString start = qs((wb_.home() / "DATA").string());
-        const QString f = QFileDialog::getOpenFileName(this, QStringLiteral("Fichiers de Profils"), start,
-                                                       QStringLiteral("Fichiers de Profils (*.DAT *.dat)"));
-        if (f.isEmpty()) return;
-        wb_.sheet.set(Text9, ss(f));
-        // A generic row is an alias of an outline file: point it at the chosen one.
-        const int row = wb_.sheet.listIndex(Combo1);
-        if (row >= 0 && static_cast<size_t>(row) < wb_.catalogue.rows.size() &&
-            wb_.catalogue.rows[static_cast<size_t>(row)].Profil.find("Générique") != std::string::npos) {
-            wb_.catalogue.rows[static_cast<size_t>(row)].Path = ss(f);
-        }
+        chosen(b, "Command2", QFileDialog::getOpenFileName(this, QStringLiteral("Fichiers de Profils"), start,
+                                                           QStringLiteral("Fichiers de Profils (*.DAT *.dat)")));
     });
     fileRow->addWidget(choose);
     pf->addRow(QStringLiteral("Fichier"), fileRow);
-    connect(airfoil, &QComboBox::activated, this, [this](int row) {
-        if (row >= 0 && static_cast<size_t>(row) < wb_.catalogue.rows.size())
-            wb_.sheet.set(Text9, wb_.catalogue.rows[static_cast<size_t>(row)].Path);
-    });
     tabs->addTab(generic, QStringLiteral("Polaires Génériques"));
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);

@@ -18,7 +18,7 @@
 #include "core/ui/cell_widgets.h"
 #include "core/ui/sheet_bridge.h"
 #include "core/workbench.h"
-#include "core/project_key.h"
+#include "entry/entry_path.h"
 #include "views/design_view.h"
 #include "views/plan_export.h"
 #include "views/ui/plan_widget.h"
@@ -75,7 +75,7 @@ DesignViewArea::DesignViewArea(Workbench& wb, SheetBridge& b, QWidget* parent)
         bar->addWidget(t);
     }
     connect(renderGroup, &QButtonGroup::idClicked, this, [this](int i) {
-        guarded(wb_, [&] { PressRenderButton(wb_, i); });
+        bridge_.enter([&] { Click(wb_, "F_3D", "pb1", i); });
         view3d_->requestFrame();
     });
     bar->addStretch(1);
@@ -156,10 +156,7 @@ DesignViewArea::DesignViewArea(Workbench& wb, SheetBridge& b, QWidget* parent)
         auto* c = new CellCheck(bridge_, F_3D::Check1[i], QString::fromUtf8(kSwitchCaptions[i]));
         c->setProperty("index", i);
         sl->addWidget(c);
-        bridge_.watch(F_3D::Check1[i], this, [this, i] {
-            guarded(wb_, [&] { ViewSwitchChanged(wb_, i); });
-            view3d_->requestFrame();
-        });
+        bridge_.watch(F_3D::Check1[i], this, [this] { view3d_->requestFrame(); });
     }
     side->addWidget(switches);
     auto* colours = new QGroupBox(QStringLiteral("Couleurs"));
@@ -194,14 +191,17 @@ namespace {
 
 // The project key of a view's background image; the centring plan's is kept
 // under the 3D button's place.
-std::string photoKey(PlanView v) {
+// The place of a view among the background pictures of Command9.
+int photoIndex(PlanView v) {
     switch (v) {
-        case PlanView::Profil: return "Photo_Profil";
-        case PlanView::Dessus: return "Photo_Dessus";
-        case PlanView::Face: return "Photo_Face";
-        default: return "Photo_Centrage";
+        case PlanView::Profil: return 0;
+        case PlanView::Dessus: return 1;
+        case PlanView::Face: return 2;
+        default: return 3;
     }
 }
+
+std::string photoKey(PlanView v) { return PhotoKey(photoIndex(v)); }
 
 QImage photoOf(const Workbench& wb, PlanView v) {
     if (wb.projectFilePath.empty()) return {};
@@ -217,8 +217,12 @@ void DesignViewArea::setPhotoMode(bool on) {
 }
 
 void DesignViewArea::loadPhoto(PlanView v, const QString& file) {
-    if (!wb_.projectFilePath.empty())
-        WriteProjectKey(wb_, "IMAGES", photoKey(v), file.toStdString());
+    Action a;
+    a.form = "F_3D";
+    a.control = "Command9";
+    a.index = photoIndex(v);
+    a.text = file.toStdString();
+    bridge_.enter([&] { Perform(wb_, a); });
     photo_ = true;
     applyPhotos();
 }
@@ -263,7 +267,12 @@ void DesignViewArea::chooseColour(int i) {
     const QColor start = ToQColor(static_cast<PackedColour>(std::strtoul(wb_.sheet.text(cell).c_str(), nullptr, 10)));
     const QColor c = QColorDialog::getColor(start, this, QString::fromUtf8(kSamples[i].caption));
     if (!c.isValid()) return;
-    guarded(wb_, [&] { SetViewColour(wb_, cell, FromQColor(c)); });
+    Action a;
+    a.form = "F_3D";
+    a.control = "command1";
+    a.index = i;
+    a.text = std::to_string(FromQColor(c));
+    bridge_.enter([&] { Perform(wb_, a); });
     view3d_->requestFrame();
 }
 

@@ -6,7 +6,9 @@
 #include <QWheelEvent>
 
 #include "core/ui/sheet_bridge.h"
+#include "core/messages.h"
 #include "core/workbench.h"
+#include "entry/entry_path.h"
 #include "views/aircraft_mesh.h"
 #include "views/design_view.h"
 
@@ -14,8 +16,17 @@ namespace tarvokin::ui {
 
 namespace {
 
-ViewMouse buttonsOf(Qt::MouseButtons b, Qt::KeyboardModifiers k) {
-    return ViewMouse{(b & Qt::LeftButton) != 0, (b & Qt::RightButton) != 0, (k & Qt::ShiftModifier) != 0};
+// A mouse event as an action on the picture: 1 left, 2 right; 1 shift.
+Action mouseAction(Act act, const QPointF& p, Qt::MouseButtons b, Qt::KeyboardModifiers k) {
+    Action a;
+    a.act = act;
+    a.form = "F_3D";
+    a.control = "Picture3";
+    a.x = p.x();
+    a.y = p.y();
+    a.button = ((b & Qt::LeftButton) ? 1 : 0) | ((b & Qt::RightButton) ? 2 : 0);
+    a.shift = (k & Qt::ShiftModifier) ? 1 : 0;
+    return a;
 }
 
 }  // namespace
@@ -69,26 +80,29 @@ void View3DWidget::resizeEvent(QResizeEvent* e) {
 }
 
 void View3DWidget::mousePressEvent(QMouseEvent* e) {
-    const QPoint p = e->position().toPoint();
-    ViewMousePress(wb_, p.x(), p.y(), buttonsOf(e->buttons(), e->modifiers()));
+    runGuarded(wb_, [&] { Perform(wb_, mouseAction(Act::Press, e->position(), e->buttons(), e->modifiers())); });
     setCursor(Qt::SizeAllCursor);
     requestFrame();
 }
 
 void View3DWidget::mouseMoveEvent(QMouseEvent* e) {
-    const QPoint p = e->position().toPoint();
-    ViewMouseMove(wb_, p.x(), p.y(), buttonsOf(e->buttons(), e->modifiers()));
+    runGuarded(wb_, [&] { Perform(wb_, mouseAction(Act::Move, e->position(), e->buttons(), e->modifiers())); });
     if (wb_.view3d.NeedsRedraw) requestFrame();
     else update();  // the hover outline is drawn straight onto the picture
 }
 
-void View3DWidget::mouseReleaseEvent(QMouseEvent*) { unsetCursor(); }
+void View3DWidget::mouseReleaseEvent(QMouseEvent* e) {
+    runGuarded(wb_, [&] { Perform(wb_, mouseAction(Act::Release, e->position(), e->buttons(), e->modifiers())); });
+    unsetCursor();
+}
 
 void View3DWidget::wheelEvent(QWheelEvent* e) {
-    // The wheel zooms as a right-button drag does, a notch being 15 pixels.
-    AircraftView& v = wb_.view3d;
-    const float notches = static_cast<float>(e->angleDelta().y()) / 120.0f;
-    v.ViewDistance = std::max(0.0f, v.ViewDistance - notches * 15.0f * v.ZoomSensitivity);
+    Action a;
+    a.act = Act::Scroll;
+    a.form = "F_3D";
+    a.control = "Picture3";
+    a.text = std::to_string(e->angleDelta().y() / 120.0);
+    runGuarded(wb_, [&] { Perform(wb_, a); });
     requestFrame();
 }
 

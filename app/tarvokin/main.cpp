@@ -7,6 +7,7 @@
 #include <iostream>
 #include <optional>
 
+#include "airfoils/solver_process.h"
 #include "shell/home.h"
 #include "entry/session.h"
 #include "core/ui/cell_widgets.h"
@@ -24,6 +25,8 @@ int main(int argc, char** argv) {
     std::setlocale(LC_NUMERIC, "C");
     QLocale::setDefault(QLocale::c());
     QApplication::setApplicationName("TARVOKIN");
+    // A solver run under way goes with the program when it is stopped.
+    stopSolversOnSignals();
 
     std::optional<std::filesystem::path> requestedHome;
     std::string project;

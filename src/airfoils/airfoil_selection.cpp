@@ -6,6 +6,7 @@
 #include "airfoils/polar_lookup.h"
 #include "core/profile_file.h"
 #include "core/workbench.h"
+#include "core/project_key.h"
 
 namespace tarvokin {
 
@@ -52,7 +53,7 @@ void SelectSlotAirfoil(Workbench& wb, int slot, const PolarComputer& compute) {
     }
     refreshReynoldsEstimate(wb);
     if (!wb.projectFilePath.empty()) {
-        WriteProfileString("Modele", "Profil_" + std::to_string(slot), text, wb.projectFilePath);
+        WriteProjectKey(wb, "Modele", "Profil_" + std::to_string(slot), text);
     }
     const int last = static_cast<int>(wb.catalogue.rows.size()) - 1;
     if (s.listIndex(list) > last) s.setListIndex(list, last);
@@ -80,7 +81,10 @@ FiguresGrid fillFiguresGrid(Workbench& wb) {
             g.columnHeads.push_back(" Re " + std::to_string(r.Re));
             const double values[6] = {r.Cxmin, r.Czopt, r.k, r.Cz_Decroch, r.Cm0, r.Alpha0};
             for (int k = 0; k < 6; ++k) g.rows[static_cast<size_t>(k)].push_back(fixed(values[k], kDecimals[k]));
-            if (i == kReynoldsCount - 1 && !name.empty()) {
+            // Only a polar that holds rows has figures: a slot whose polars
+            // are not read yet, or a run that converged nowhere, would put
+            // zeros in the catalogue.
+            if (i == kReynoldsCount - 1 && !name.empty() && r.Cxmin > 0) {
                 const size_t row = wb.catalogue.Find_Profil(name);
                 if (row != kNotFound) {
                     CatalogueRow& c = wb.catalogue.rows[row];

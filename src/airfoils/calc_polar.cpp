@@ -7,6 +7,8 @@
 #include "core/numbers.h"
 #include "core/text_case.h"
 #include "core/workbench.h"
+#include "airfoils/polar_lookup.h"
+#include "core/progress.h"
 
 namespace tarvokin {
 
@@ -80,6 +82,12 @@ PolarRun Calc_Polar(Workbench& wb, int mode, std::optional<std::string> Re, cons
     run.polar = job.polarPath;
     run.reason = runXfoil(job, hooks);
     run.saved = run.reason.empty();
+    // XFOIL saves a header alone when no angle converged: the file reads as
+    // a polar, but the run computed nothing and the modeller must know it.
+    if (run.saved && !PolarHasRows(run.polar)) {
+        run.reason = "XFOIL : aucun point convergé pour Re " + reText;
+        if (hooks.progress) hooks.progress->report(run.reason, 1.0);
+    }
     // A failed run is read too: the reader finds no file and leaves the
     // slot's record empty, which is what the callers expect of it.
     if (slot && readPolar) run.read = readPolar(run.polar);

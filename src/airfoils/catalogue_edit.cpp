@@ -5,6 +5,7 @@
 #include "core/profile_file.h"
 #include "core/text_case.h"
 #include "core/workbench.h"
+#include "core/project_key.h"
 
 namespace tarvokin {
 
@@ -16,7 +17,10 @@ bool isGeneric(const CatalogueRow& r) { return r.Profil.find("Générique") != s
 
 }  // namespace
 
-void Write_Generic(const Workbench& wb) { wb.catalogue.write(wb.catalogueFilePath()); }
+void Write_Generic(const Workbench& wb) {
+    std::string reason;
+    if (!wb.catalogue.write(wb.catalogueFilePath(), &reason)) ReportWriteFailure(wb, wb.catalogueFilePath(), reason);
+}
 
 void Add_Profil(Workbench& wb, int slot, const std::string& fileIn, int keep) {
     if (slot < 0 || slot > 2) return;
@@ -31,8 +35,7 @@ void Add_Profil(Workbench& wb, int slot, const std::string& fileIn, int keep) {
 
     Sheet& s = wb.sheet;
     if (keep == 0 && !wb.projectFilePath.empty()) {
-        WriteProfileString("Modele", "Profil_" + std::to_string(slot), s.text(F_PROFILS::CB_1[slot]),
-                           wb.projectFilePath);
+        WriteProjectKey(wb, "Modele", "Profil_" + std::to_string(slot), s.text(F_PROFILS::CB_1[slot]));
     }
 
     int others[3];

@@ -21,6 +21,10 @@ class Workbench;
 bool Read_Polar(PolarStore& store, const std::filesystem::path& file, int slot,
                 std::optional<int> reIndex = std::nullopt);
 
+// True when the polar file holds at least one row behind its header: XFOIL
+// writes the header alone when no angle converged.
+bool PolarHasRows(const std::filesystem::path& file);
+
 // Cx of one slot at Reynolds number Re and lift coefficient Cz, rounded to 7
 // decimals. Works on the fixed store only and allocates nothing. A bad slot
 // gives 0. The Workbench form also shows "Probleme Noprofil >2" for a slot

@@ -87,6 +87,18 @@ private:
 
 }  // namespace
 
+bool PolarHasRows(const std::filesystem::path& file) {
+    std::ifstream in(file, std::ios::binary);
+    std::string line;
+    bool headerEnded = false;
+    while (!headerEnded && std::getline(in, line)) headerEnded = line.find("------") != std::string::npos;
+    while (headerEnded && std::getline(in, line)) {
+        double alpha = 0;
+        if (RowFields(line).number(0, alpha) && line.find_first_not_of(" \t\r") != std::string::npos) return true;
+    }
+    return false;
+}
+
 bool Read_Polar(PolarStore& store, const std::filesystem::path& file, int slot, std::optional<int> reIndex) {
     if (slot < 0 || slot >= kPolarSlots) return false;
     const int index = reIndex ? *reIndex : ReynoldsIndexOfFile(file);

@@ -4,8 +4,10 @@
 #include <cerrno>
 #include <chrono>
 #include <csignal>
+#include <cstdio>
 #include <cstring>
 #include <fcntl.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -42,6 +44,81 @@ void killGroup(pid_t pid) {
     }
 }
 
+// The runs under way, readable from a signal handler: fixed storage, and a
+// slot is marked used only once it is filled.
+constexpr int kLiveRuns = 4, kRunFiles = 3, kPathMax = 4096;
+struct LiveRun {
+    volatile sig_atomic_t used = 0;
+    pid_t group = 0;
+    char files[kRunFiles][kPathMax] = {};
+};
+LiveRun liveRuns[kLiveRuns];
+
+int registerRun(pid_t group, const std::vector<std::filesystem::path>& files) {
+    for (int i = 0; i < kLiveRuns; ++i) {
+        LiveRun& r = liveRuns[i];
+        if (r.used) continue;
+        r.group = group;
+        for (int k = 0; k < kRunFiles; ++k) {
+            const std::string f = k < static_cast<int>(files.size()) ? files[static_cast<size_t>(k)].string() : "";
+            std::snprintf(r.files[k], kPathMax, "%s", f.size() < kPathMax ? f.c_str() : "");
+        }
+        r.used = 1;
+        return i;
+    }
+    return -1;
+}
+
+void unregisterRun(int slot) {
+    if (slot >= 0) liveRuns[slot].used = 0;
+}
+
+// Only async-signal-safe calls: it runs in a signal handler.
+void stopLiveRuns() {
+    for (LiveRun& r : liveRuns) {
+        if (!r.used) continue;
+        ::kill(-r.group, SIGKILL);
+        for (const char* f : r.files)
+            if (f[0]) ::unlink(f);
+    }
+}
+
+void stopOnSignal(int sig) {
+    stopLiveRuns();
+    ::signal(sig, SIG_DFL);
+    ::raise(sig);
+}
+
+void killGroupOnSignal(int) { ::kill(0, SIGKILL); }
+
+// A process in the run's group that lives only to kill the group when the
+// program dies: the kernel tells it then, as it tells the shell, but the
+// solver the shell started is no child of the program and would be left.
+// Between fork and exit only async-signal-safe calls.
+pid_t startWatchdog(pid_t group, pid_t program) {
+    const pid_t w = ::fork();
+    if (w != 0) return w;
+    for (int sig : {SIGINT, SIGTERM, SIGHUP, SIGQUIT}) ::signal(sig, SIG_DFL);
+    if (::setpgid(0, group) != 0) ::_exit(0);  // the run has already ended
+    struct sigaction sa {};
+    sa.sa_handler = killGroupOnSignal;
+    ::sigaction(SIGUSR1, &sa, nullptr);
+    sigset_t none;
+    sigemptyset(&none);
+    ::sigprocmask(SIG_SETMASK, &none, nullptr);
+    ::prctl(PR_SET_PDEATHSIG, SIGUSR1);
+    if (::getppid() != program) ::kill(0, SIGKILL);  // died before the request took
+    for (;;) ::pause();
+}
+
+void endWatchdog(pid_t w) {
+    if (w <= 0) return;
+    ::kill(w, SIGKILL);
+    int status = 0;
+    while (::waitpid(w, &status, 0) < 0 && errno == EINTR) {
+    }
+}
+
 ProcessOutcome outcomeOf(int status) {
     ProcessOutcome o;
     if (WIFSIGNALED(status)) {
@@ -73,15 +150,19 @@ ProcessOutcome runCommandFile(const CommandFileRun& run, const WaitHooks& hooks,
     for (auto& e : env) envp.push_back(e.data());
     envp.push_back(nullptr);
 
+    const pid_t program = ::getpid();
     const pid_t pid = ::fork();
     if (pid < 0) return outcome;  // NotStarted
     if (pid == 0) {
         // A group of its own, so that a stop reaches the solver behind the shell.
         ::setpgid(0, 0);
+        // The shell dies with the program, however the program ends.
+        ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+        if (::getppid() != program) ::_exit(126);
         sigset_t none;
         sigemptyset(&none);
         ::sigprocmask(SIG_SETMASK, &none, nullptr);
-        for (int sig : {SIGPIPE, SIGINT, SIGQUIT, SIGTERM, SIGCHLD}) ::signal(sig, SIG_DFL);
+        for (int sig : {SIGPIPE, SIGINT, SIGQUIT, SIGTERM, SIGHUP, SIGCHLD}) ::signal(sig, SIG_DFL);
         if (!dir.empty() && ::chdir(dir.c_str()) != 0) ::_exit(126);
         // A solver run minimised: its console output is not looked at.
         const int null = ::open("/dev/null", O_RDWR);
@@ -94,6 +175,17 @@ ProcessOutcome runCommandFile(const CommandFileRun& run, const WaitHooks& hooks,
         ::_exit(127);
     }
     ::setpgid(pid, pid);  // also here, so that a kill can't come before the child's own call
+    const int live = registerRun(pid, run.runFiles);
+    const pid_t watchdog = startWatchdog(pid, program);
+    // Whatever way the wait ends, the run leaves the list and its watchdog goes.
+    struct Leave {
+        int live;
+        pid_t watchdog;
+        ~Leave() {
+            unregisterRun(live);
+            endWatchdog(watchdog);
+        }
+    } leave{live, watchdog};
 
     const auto step = std::chrono::milliseconds(std::max(run.stepMs, 1));
     const auto deadline = run.timeoutSeconds > 0 ? Clock::now() + std::chrono::seconds(run.timeoutSeconds)
@@ -129,6 +221,15 @@ ProcessOutcome runCommandFile(const CommandFileRun& run, const WaitHooks& hooks,
         }
     }
 }
+
+void stopSolversOnSignals() {
+    struct sigaction sa {};
+    sa.sa_handler = stopOnSignal;
+    sigemptyset(&sa.sa_mask);
+    for (int sig : {SIGTERM, SIGINT, SIGHUP}) ::sigaction(sig, &sa, nullptr);
+}
+
+void stopSolverRuns() { stopLiveRuns(); }
 
 std::string describeOutcome(const ProcessOutcome& o, const std::string& program, int timeoutSeconds) {
     auto signalName = [](int sig) {

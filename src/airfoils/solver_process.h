@@ -26,6 +26,9 @@ struct CommandFileRun {
     std::vector<std::pair<std::string, std::string>> environment;  // variables set or replaced
     int timeoutSeconds = 0;           // 0 or less: no limit
     int stepMs = 1000;                // one wait step
+    // Files of the run (its scripts) removed when the program is stopped
+    // while the run goes on; at most three are kept.
+    std::vector<std::filesystem::path> runFiles;
 };
 
 struct ProcessOutcome {
@@ -42,6 +45,17 @@ struct ProcessOutcome {
 // it started) and reaps the shell.
 ProcessOutcome runCommandFile(const CommandFileRun& run, const WaitHooks& hooks,
                               const std::function<void()>& eachStep = {});
+
+// A run never outlives the program. The child asks the kernel to kill it
+// when the program dies, and a watchdog in its group takes the solver the
+// shell started with it. TERM, INT and HUP, once these handlers are
+// installed (by main), kill the groups of the runs under way and remove
+// their files before the program ends as the signal says.
+void stopSolversOnSignals();
+
+// Kills the groups of the runs under way and removes their files: for a
+// program that quits while a run goes on. The runs then end as killed.
+void stopSolverRuns();
 
 // One line for the user about an outcome that is not clean; `program` names
 // the solver ("XFOIL").

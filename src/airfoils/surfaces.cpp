@@ -1,10 +1,11 @@
 // Upper and lower surface of an outline, point by point.
 #include <cmath>
-#include <fstream>
+#include <string>
 
 #include "airfoils/outline.h"
 #include "core/numbers.h"
 #include "core/workbench.h"
+#include "core/file_replace.h"
 
 namespace tarvokin {
 
@@ -49,9 +50,12 @@ bool Split_Surfaces(const OutlinePoints& outline, OutlinePoints& opposite) {
 bool Split_Surfaces(Workbench& wb, OutlinePoints& opposite) {
     const OutlinePoints& outline = wb.outlines.Outline;
     if (!Split_Surfaces(outline, opposite)) return false;
+    // Through the file replacement, so that the same outline again leaves the
+    // files as they were.
     auto dump = [](const std::filesystem::path& file, const OutlinePoints& points) {
-        std::ofstream out(file, std::ios::binary | std::ios::trunc);
-        for (const OutlinePoint& p : points) out << plain(p.x) << ';' << plain(p.y) << '\n';
+        std::string text;
+        for (const OutlinePoint& p : points) text += plain(p.x) + ';' + plain(p.y) + '\n';
+        replaceFile(file, text);
     };
     dump(wb.home() / "upper.txt", outline);
     dump(wb.home() / "lower.txt", opposite);

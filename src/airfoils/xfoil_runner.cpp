@@ -1,6 +1,8 @@
 #include "airfoils/xfoil_runner.h"
 
+#include <cerrno>
 #include <cmath>
+#include <csignal>
 #include <cstdlib>
 #include <fstream>
 #include <map>
@@ -244,6 +246,8 @@ std::string runXfoil(const XfoilJob& jobAsGiven, const WaitHooks& hooks) {
         fs::remove(commandFile, ec);
         return "Impossible d'écrire " + keyFile.string();
     }
+    const fs::path marker = home / kXfoilRunMarker;
+    writeText(marker, std::to_string(::getpid()) + "\n" + job.keyFile() + "\n");
 
     // The start line names the program alone after "cd" into its folder: as a
     // console looks in its current folder first, the folder leads the search
@@ -254,6 +258,7 @@ std::string runXfoil(const XfoilJob& jobAsGiven, const WaitHooks& hooks) {
     run.workDir = home;
     run.environment = {{"DISPLAY", display}, {"PATH", workDir + (path && *path ? std::string(":") + path : "")}};
     run.timeoutSeconds = job.timeoutSeconds;
+    run.runFiles = {commandFile, keyFile, marker};
 
     const std::string title = "XFOIL " + job.name + " Re " + job.Re;
     const int expected = expectedPoints(job);
@@ -268,6 +273,7 @@ std::string runXfoil(const XfoilJob& jobAsGiven, const WaitHooks& hooks) {
 
     fs::remove(keyFile, ec);
     fs::remove(commandFile, ec);
+    fs::remove(marker, ec);
     if (!scratchBefore) fs::remove(scratch, ec);
 
     if (!outcome.clean()) {
@@ -278,6 +284,24 @@ std::string runXfoil(const XfoilJob& jobAsGiven, const WaitHooks& hooks) {
     report(1.0);
     if (!fs::exists(job.polarPath, ec)) return "XFOIL n'a enregistré aucune polaire pour " + job.runName();
     return "";
+}
+
+void removeStaleXfoilRun(const fs::path& home) {
+    const fs::path marker = home / kXfoilRunMarker;
+    std::ifstream in(marker);
+    if (!in) return;
+    long pid = 0;
+    std::string keyFile;
+    in >> pid;
+    std::getline(in >> std::ws, keyFile);
+    in.close();
+    // A program still running (another instance on the same folder) keeps its run.
+    if (pid > 0 && (::kill(static_cast<pid_t>(pid), 0) == 0 || errno == EPERM)) return;
+    std::error_code ec;
+    fs::remove(home / kXfoilCommandFile, ec);
+    // Only a key file's own name, never a path that leads elsewhere.
+    if (!keyFile.empty() && fs::path(keyFile).filename() == fs::path(keyFile)) fs::remove(home / keyFile, ec);
+    fs::remove(marker, ec);
 }
 
 }  // namespace tarvokin

@@ -17,6 +17,9 @@ namespace tarvokin {
 class Workbench;
 
 constexpr const char* kXfoilCommandFile = "START_XFOIL.CMD";
+// Beside the scripts while a run goes on: the program's pid and the key file,
+// so that the next start can tell the scripts of a dead run.
+constexpr const char* kXfoilRunMarker = "START_XFOIL.RUN";
 
 // XFOIL keeps file names in 64 characters and silently cuts longer ones.
 constexpr size_t kXfoilMaxFileName = 64;
@@ -57,6 +60,10 @@ std::string xfoilKeyText(const XfoilJob& job);
 // one line for the user; a run that was stopped or crashed leaves no polar.
 std::string runXfoil(const XfoilJob& job, const WaitHooks& hooks = {});
 
+// Removes the scripts a run left in the program's folder when its program
+// was killed hard: only those whose marker names a program no longer running.
+void removeStaleXfoilRun(const std::filesystem::path& home);
+
 // ---- Calc_Polar --------------------------------------------------------------
 
 // Reads the polar file of a run into the store; the caller binds the slot.
@@ -66,7 +73,9 @@ struct PolarRun {
     bool read = false;   // the reader's answer; only a slot (0, 1, 2) is read
     bool saved = false;  // XFOIL ran to its end and saved the polar file
     std::filesystem::path polar;
-    std::string reason;  // one line for the user when no polar was made
+    std::string reason;  // one line for the user when no polar was made, or one without a point
+    // The run gave a polar with at least one converged point.
+    bool computed() const { return saved && reason.empty(); }
 };
 
 // Computes one polar. `mode` tells where the airfoil comes from:

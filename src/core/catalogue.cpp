@@ -83,7 +83,7 @@ bool ProfilCatalogue::read(const std::filesystem::path& file) {
     return true;
 }
 
-bool ProfilCatalogue::write(const std::filesystem::path& file) const {
+bool ProfilCatalogue::write(const std::filesystem::path& file, std::string* reason) const {
     std::string text = kHeader;
     text += "\r\n";
     for (const CatalogueRow& r : rows) {
@@ -94,7 +94,7 @@ bool ProfilCatalogue::write(const std::filesystem::path& file) const {
         }
         text += r.Profil + ";" + shortest(r.Cm0) + ";" + shortest(r.Alpha0) + ";" + path + "\r\n";
     }
-    return replaceFile(file, utf8ToLatin1(text));
+    return replaceFile(file, utf8ToLatin1(text), reason);
 }
 
 size_t ProfilCatalogue::Find_Profil(std::string_view name) const {

@@ -29,8 +29,9 @@ public:
     bool read(const std::filesystem::path& file);
 
     // Rewrites the file: the fixed header line, then "Profil;Cm0;Alpha0;Path"
-    // rows with "," of paths turned into ".". Written beside, then replaced.
-    bool write(const std::filesystem::path& file) const;
+    // rows with "," of paths turned into ".". Written beside, then replaced,
+    // only when the text differs; false with the reason when it could not be.
+    bool write(const std::filesystem::path& file, std::string* reason = nullptr) const;
 
     // Index of the first row whose upper-case name equals the upper-case name,
     // or kNotFound (9999999).

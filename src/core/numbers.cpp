@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 
 namespace tarvokin {
 
@@ -91,16 +92,24 @@ double divide(double a, double b) {
 
 double roundHalfAway(double x, int decimals) {
     if (!std::isfinite(x) || decimals < 0 || decimals > 10) return x;
-    const double p = kPow10[decimals];
-    const double a = std::fabs(x) * p;
-    if (a >= 9.0e15) return x;  // no fraction left at this magnitude
-    double whole = std::floor(a);
-    const double frac = a - whole;
-    // A value within a few units of the last of 15 significant digits of the
-    // tie is the tie: 2.675 is stored as 2.67499999..., its decimal value is 2.675.
-    const double tol = a * 4e-15 + 1e-12;
-    if (frac > 0.5 - tol) whole += 1.0;
-    const double r = whole / p;
+    // The decimal value of x as 15 significant digits show it: 2.675 is
+    // stored as 2.67499999..., whose 15-digit form 2.67500000000000 is the
+    // tie; 0.007049999999999992 reads 0.00704999999999999 and is no tie. A
+    // fixed tolerance would be far coarser than 15 digits for small values.
+    char buf[32];
+    std::snprintf(buf, sizeof buf, "%.14e", std::fabs(x));  // d.dddddddddddddde[+-]XX
+    char digits[15];
+    digits[0] = buf[0];
+    std::memcpy(digits + 1, buf + 2, 14);
+    const int exponent = std::atoi(buf + 17);
+    // Digits at or above the cut (10^-decimals): those of place >= -decimals.
+    const int keep = exponent + decimals + 1;
+    if (keep >= 15) return x;  // the cut lies beyond the 15 digits: nothing to round
+    if (keep < 0) return x < 0 ? -0.0 : 0.0;
+    unsigned long long n = 0;
+    for (int i = 0; i < keep; ++i) n = n * 10 + static_cast<unsigned>(digits[i] - '0');
+    if (digits[keep] >= '5') ++n;
+    const double r = static_cast<double>(n) / kPow10[decimals];
     return x < 0 ? -r : r;
 }
 

@@ -170,13 +170,13 @@ void ProfileDocument::set(std::string_view section, std::string_view key, std::s
     lines_.insert(lines_.begin() + static_cast<std::ptrdiff_t>(insertAt), std::string(key) + "=" + v);
 }
 
-bool ProfileDocument::save(const std::filesystem::path& file) const {
+bool ProfileDocument::save(const std::filesystem::path& file, std::string* reason) const {
     std::string bytes;
     for (const std::string& line : lines_) {
         bytes += utf8ToLatin1(line);
         bytes += eol_;
     }
-    return replaceFile(file, bytes);
+    return replaceFile(file, bytes, reason);
 }
 
 std::string ReadProfileString(std::string_view section, std::string_view key, std::string_view def,
@@ -185,10 +185,10 @@ std::string ReadProfileString(std::string_view section, std::string_view key, st
 }
 
 bool WriteProfileString(std::string_view section, std::string_view key, std::string_view value,
-                        const std::filesystem::path& file) {
+                        const std::filesystem::path& file, std::string* reason) {
     ProfileDocument doc = ProfileDocument::load(file);
     doc.set(section, key, value);
-    return doc.save(file);
+    return doc.save(file, reason);
 }
 
 }  // namespace tarvokin

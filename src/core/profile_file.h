@@ -35,8 +35,9 @@ public:
     bool has(std::string_view section, std::string_view key) const;
     void set(std::string_view section, std::string_view key, std::string_view value);
 
-    // Writes beside then replaces; false when the file could not be written.
-    bool save(const std::filesystem::path& file) const;
+    // Writes beside then replaces, only when the bytes differ from the file's;
+    // false when the file could not be written, with the reason in French.
+    bool save(const std::filesystem::path& file, std::string* reason = nullptr) const;
 
     // The document as the lines it would write (UTF-8), for tests and tools.
     const std::vector<std::string>& lines() const { return lines_; }
@@ -50,6 +51,6 @@ private:
 std::string ReadProfileString(std::string_view section, std::string_view key, std::string_view def,
                               const std::filesystem::path& file);
 bool WriteProfileString(std::string_view section, std::string_view key, std::string_view value,
-                        const std::filesystem::path& file);
+                        const std::filesystem::path& file, std::string* reason = nullptr);
 
 }  // namespace tarvokin

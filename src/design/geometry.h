@@ -95,6 +95,10 @@ double StabFoyer(const Sheet& s);  // mm from the stabiliser's root leading edge
 // stabiliser has no root chord. A lever field reading 0 is first rewritten as
 // "0.0" (it stays zero).
 double StabLever(Sheet& s);
+
+// The first step of StabLever alone: a lever field reading 0 becomes "0.0".
+// For the terms that need no lever when there is no tail to weigh it.
+void KeepLeverFieldNumeric(Sheet& s);
 double StabProjectedArea(const Sheet& s);
 double StabVolume(Sheet& s);
 double StabLiftSlope(const Sheet& s);

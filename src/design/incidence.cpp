@@ -36,7 +36,8 @@ void Incidence(Workbench& wb) {
     const double BhP = StabSpan(s) * sine;
 
     const double f = LiftSlopeFactor(s);
-    const double Nf = s.text(F_3D::j26a) == "-" ? 0 : s.val(F_3D::j26a);
+    // "- %" (no fuselage) reads as no number, so 0.
+    const double Nf = s.val(F_3D::j26a);
     const double wingStation = s.num(F_3D::Slider1[0]);
     const double stabLever = s.num(F_3D::Slider1[5]);
     const double b24 = s.num(F_GEO_FUS::b24);

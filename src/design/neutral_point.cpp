@@ -62,7 +62,12 @@ double SlopeSum(Sheet& s) {
 
 double TailShift(Sheet& s) {
     const double tail = StabProjectedArea(s);
-    if (tail == 0) return 0.25;
+    if (tail == 0) {
+        // No tail term, but the lever's rule for a field at zero (shown as
+        // 0.0) holds for a flying wing as for any model.
+        KeepLeverFieldNumeric(s);
+        return 0.25;
+    }
     return 0.25 + divide(kSectionLiftSlope * StabLiftSlope(s) * StabLever(s) * tail, MeanChordPlain(s) * SlopeSum(s));
 }
 

@@ -209,7 +209,8 @@ void RecalcAll(Workbench& wb) {
     s.set(F_3D::j11, s.text(F_GEO_SF::j11));
     s.set(F_3D::j12, s.text(F_GEO_SF::j12));
     s.set(F_3D::j22, s.text(F_GEO_STAB::j22));
-    s.set(F_3D::j26a, withSuffix(s.text(F_GEO_FUS::j26), " %"));
+    // The design window always shows the unit, "- %" included.
+    s.set(F_3D::j26a, s.text(F_GEO_FUS::j26) + " %");
 
     {
         using namespace F_GEO_SF_REGLAGES;

@@ -86,10 +86,14 @@ double StabFoyer(const Sheet& s) {
     return areaWeighted(s, [&](int k) { return StabPanelFoyer(s, k); });
 }
 
-double StabLever(Sheet& s) {
+void KeepLeverFieldNumeric(Sheet& s) {
     // A lever field left at zero (or blank) is given a tiny value at one
     // decimal, which shows as 0.0: the field then always holds a number.
     if (s.val(F_GEO_STAB::b20) == 0) s.setFixed(F_GEO_STAB::b20, 0.001, 1);
+}
+
+double StabLever(Sheet& s) {
+    KeepLeverFieldNumeric(s);
     // Without a stabiliser root (flying wing, canard study) the tail terms
     // must vanish without a division by a zero lever.
     if (rootChord(s, 1) == 0) return 1;

@@ -101,11 +101,6 @@ void installAirfoilChoice(Workbench& wb) {
             for (int r = 0; r < 6; ++r) w.sheet.set(F_PROFILS::Check1[r], on ? "1" : "0");
         });
     }
-    // The Reynolds estimate of the frame follows its three fields.
-    for (const char* field : {"b6", "b5", "B4"}) {
-        wb.handlers.on("F_PROFILS", field, Act::Change,
-                       [](Workbench& w, const Action&) { refreshReynoldsEstimate(w); });
-    }
 }
 
 }  // namespace tarvokin

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "airfoils/airfoil_selection.h"
 #include "design/aspect_ratio.h"
 #include "design/grid_cells.h"
 #include "design/performance.h"
@@ -152,6 +153,12 @@ void onFieldChange(Workbench& wb, Cell c) {
     // The power windows and the tail calculators compute on their own.
     if (PowerFieldChange(wb, c) || TailToolFieldChange(wb, c)) return;
     Sheet& s = wb.sheet;
+    // The Reynolds estimate of the airfoil window follows each of its three
+    // entries, typed or set from the command line alike.
+    if (c == F_PROFILS::b6 || c == F_PROFILS::b5 || c == F_PROFILS::B4) {
+        refreshReynoldsEstimate(wb);
+        return;
+    }
     if (performanceFieldChange(wb, c) || vlm::CellChanged(wb, c)) return;
     if (cellTable()[c.id].form == Form::F_ALLONGEMENT) {
         allongement::CellChanged(wb, c);

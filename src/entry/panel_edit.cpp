@@ -8,6 +8,7 @@
 #include "design/recalc.h"
 #include "core/numbers.h"
 #include "core/profile_file.h"
+#include "core/project_key.h"
 #include "entry/project_io.h"
 #include "core/workbench.h"
 
@@ -28,14 +29,18 @@ int countSpans(const Workbench& wb, const grid::Row& length) {
 }
 
 // Applies the edits of one panel: through the project file when there is one
-// (save, write the keys, load back), else straight into the cells.
+// (save, write the keys, load back), else straight into the cells. When the
+// file cannot be written (the save has told the user why), the edits still
+// reach the cells, so the modeller loses neither the file nor the edit.
 void apply(Workbench& wb, const char* section, int panel, const std::vector<Edit>& edits) {
     const std::string n = std::to_string(panel + 1);
-    if (!wb.projectFilePath.empty()) {
-        SaveProject(wb);
-        for (const Edit& e : edits) WriteProfileString(section, e.key + n, e.value, wb.projectFilePath);
-        LoadProject(wb);
-        return;
+    if (!wb.projectFilePath.empty() && SaveProject(wb)) {
+        bool written = true;
+        for (const Edit& e : edits) written = written && WriteProjectKey(wb, section, e.key + n, e.value);
+        if (written) {
+            LoadProject(wb);
+            return;
+        }
     }
     for (const Edit& e : edits) wb.sheet.set(e.cell, e.value);
     RecalcAll(wb);

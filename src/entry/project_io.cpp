@@ -6,6 +6,7 @@
 #include <string>
 
 #include "core/profile_file.h"
+#include "core/project_key.h"
 #include "core/workbench.h"
 #include "design/recalc.h"
 #include "entry/entry_path.h"
@@ -132,13 +133,19 @@ void LoadProject(Workbench& wb) {
     ReadProjectKeys(s, doc, KeyGroup::AirfoilSlots);
 }
 
-void SaveProject(Workbench& wb) {
+bool SaveProject(Workbench& wb) {
     const Sheet& s = wb.sheet;
     wb.projectFilePath = completedPath(wb, wb.projectFilePath);
     // Rewriting keys in place keeps what the program does not know of the file.
     ProfileDocument doc = ProfileDocument::load(wb.projectFilePath);
     WriteProjectKeys(s, doc);
-    if (doc.save(wb.projectFilePath)) MarkSaved(wb);
+    std::string reason;
+    if (!doc.save(wb.projectFilePath, &reason)) {
+        ReportWriteFailure(wb, wb.projectFilePath, reason);
+        return false;
+    }
+    MarkSaved(wb);
+    return true;
 }
 
 }  // namespace tarvokin

@@ -11,7 +11,9 @@ class Workbench;
 void LoadProject(Workbench& wb);
 
 // Writes every key of the project into wb.projectFilePath, keeping what the
-// program does not know of the file.
-void SaveProject(Workbench& wb);
+// program does not know of the file. A file that cannot be written is told
+// through wb.showMessage and gives false; the file on disk is then the one
+// the user had, and the design stays marked as not saved.
+bool SaveProject(Workbench& wb);
 
 }  // namespace tarvokin

@@ -9,6 +9,8 @@
 #include "core/text_case.h"
 #include "core/messages.h"
 #include "core/workbench.h"
+#include "airfoils/xfoil_runner.h"
+#include "core/project_key.h"
 #include "views/aircraft_mesh.h"
 #include "views/design_view.h"
 
@@ -40,6 +42,8 @@ std::string profilValue(const Workbench& wb, int slot) {
 }  // namespace
 
 void ReadSettingsAndCatalogue(Workbench& wb) {
+    // Scripts left by a solver run whose program was killed hard.
+    removeStaleXfoilRun(wb.home());
     wb.settings = readSettings(wb.settingsFilePath(), wb.home());
     wb.catalogue.read(wb.catalogueFilePath());
     wb.fillAirfoilLists();
@@ -101,16 +105,17 @@ std::string UnknownAirfoilMessage(const Workbench& wb) {
     return {};
 }
 
-void OfferToSave(Workbench& wb) {
+bool OfferToSave(Workbench& wb) {
     if (wb.settings.saveOnExit || !wb.history.modified() || wb.projectFilePath.empty() ||
         wb.sheet.text(F_3D::T_NOM_Modele) == kUnknownModel)
-        return;
-    if (AskUser(wb, "[#20] ", wb.sheet.text(F_3D::T_NOM_Modele))) SaveProject(wb);
+        return true;
+    return !AskUser(wb, "[#20] ", wb.sheet.text(F_3D::T_NOM_Modele)) || SaveProject(wb);
 }
 
 void OpenProject(Workbench& wb, const std::string& path) {
     if (path.empty()) return;
-    OfferToSave(wb);
+    // A model whose offered save failed stays open rather than be dropped.
+    if (!OfferToSave(wb)) return;
     wb.projectFilePath = path;
     ClearHistory(wb);
     LoadProject(wb);
@@ -125,21 +130,28 @@ bool SaveProjectAs(Workbench& wb, std::string path) {
     path = trim(path);
     if (path.empty()) return false;
     if (fs::path(path).filename().string().find('.') == std::string::npos) path += ".MDL";
+    const std::string previous = wb.projectFilePath;
     wb.projectFilePath = path;
     const bool wasFilled = wb.sheet.text(F_Main::T_profils) == "1";
     if (!wasFilled) wb.sheet.set(F_Main::T_profils, "1");
-    SaveProject(wb);
+    const bool saved = SaveProject(wb);
     if (!wasFilled) wb.sheet.set(F_Main::T_profils, "0");
+    if (!saved) {
+        // The model stays tied to the file it came from.
+        wb.projectFilePath = previous;
+        return false;
+    }
     wb.sheet.set(F_3D::T_PROJET, wb.projectFilePath);
     RefreshTitle(wb);
     UpdateRecent(wb, wb.projectFilePath);
     return true;
 }
 
-void SaveCurrentProject(Workbench& wb) {
-    if (wb.projectFilePath.empty()) return;
-    SaveProject(wb);
+bool SaveCurrentProject(Workbench& wb) {
+    if (wb.projectFilePath.empty()) return false;
+    const bool saved = SaveProject(wb);
     RefreshTitle(wb);
+    return saved;
 }
 
 void RefreshTitle(Workbench& wb) {
@@ -167,12 +179,14 @@ void UpdateRecent(Workbench& wb, const std::string& path) {
 void RecentClicked(Workbench& wb, int index) {
     if (index < 0 || index >= 6) return;
     const std::string entry = wb.settings.recent[static_cast<size_t>(index)];
-    if (wb.settings.saveOnExit && upperCase(wb.projectFilePath).find(".MDL") != std::string::npos) {
-        SaveProject(wb);
+    // A model that could not be saved stays open rather than be dropped.
+    if (wb.settings.saveOnExit && upperCase(wb.projectFilePath).find(".MDL") != std::string::npos &&
+        !SaveProject(wb)) {
+        return;
     }
     std::error_code ec;
     if (entry.empty() || !fs::exists(entry, ec)) return;
-    OfferToSave(wb);
+    if (!OfferToSave(wb)) return;
     wb.projectFilePath = entry;
     ClearHistory(wb);
     LoadProject(wb);
@@ -215,14 +229,18 @@ void ChangeLanguage(Workbench& wb, const std::string& code) {
     WriteProfileString("Langue", "Langue", code, wb.settingsFilePath());
 }
 
-void Quit(Workbench& wb) {
-    runGuarded(wb, [&] { OfferToSave(wb); });
-    if (wb.settings.saveOnExit && !wb.projectFilePath.empty() &&
+bool Quit(Workbench& wb) {
+    bool saved = true;
+    runGuarded(wb, [&] { saved = OfferToSave(wb); });
+    if (saved && wb.settings.saveOnExit && !wb.projectFilePath.empty() &&
         wb.sheet.text(F_3D::T_NOM_Modele) != kUnknownModel) {
-        runGuarded(wb, [&] { SaveProject(wb); });
+        saved = false;
+        runGuarded(wb, [&] { saved = SaveProject(wb); });
     }
     WriteProfileString("Projet", "MDL", wb.projectFilePath, wb.settingsFilePath());
-    wb.catalogue.write(wb.catalogueFilePath());
+    std::string reason;
+    if (!wb.catalogue.write(wb.catalogueFilePath(), &reason)) ReportWriteFailure(wb, wb.catalogueFilePath(), reason);
+    return saved;
 }
 
 }  // namespace tarvokin

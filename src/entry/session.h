@@ -30,8 +30,9 @@ bool WingAirfoilKnown(const Workbench& wb);
 
 // Before another project takes the place of this one (open, recent file,
 // quit): when the entries since the last save are not in the file and the
-// settings do not save on exit, asks ("[#20] ") and saves on Yes.
-void OfferToSave(Workbench& wb);
+// settings do not save on exit, asks ("[#20] ") and saves on Yes. False
+// when that save failed (the user has been told): the model must stay.
+bool OfferToSave(Workbench& wb);
 
 // Open: the file becomes the project path, it is loaded and listed in the
 // recent files; the history of entries starts again.
@@ -41,8 +42,9 @@ void OpenProject(Workbench& wb, const std::string& path);
 // "."; the Profil_<i> keys are written. Returns false when nothing was saved.
 bool SaveProjectAs(Workbench& wb, std::string path);
 
-// Save to the current path (toolbar button 4).
-void SaveCurrentProject(Workbench& wb);
+// Save to the current path (toolbar button 4). False when nothing was saved
+// (no path, or the file could not be written: the user has been told).
+bool SaveCurrentProject(Workbench& wb);
 
 // Recent files: six entries, newest first, a path listed once.
 void UpdateRecent(Workbench& wb, const std::string& path);
@@ -60,8 +62,10 @@ void CloseAllPanels(Workbench& wb);
 // Language menu: code "0".."3".
 void ChangeLanguage(Workbench& wb, const std::string& code);
 
-// The close request: save when so set, remember the project, write the catalogue back.
-void Quit(Workbench& wb);
+// The close request: save when so set, remember the project, write the
+// catalogue back. False when the project had to be saved and could not be:
+// the window then stays open so the modeller can save it elsewhere.
+bool Quit(Workbench& wb);
 
 // "TARVOKIN 3.1 " + model name.
 void RefreshTitle(Workbench& wb);

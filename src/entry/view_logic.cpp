@@ -5,6 +5,7 @@
 
 #include "core/numbers.h"
 #include "core/profile_file.h"
+#include "core/project_key.h"
 #include "core/workbench.h"
 #include "views/design_view.h"
 
@@ -34,7 +35,7 @@ void installViewLogic(Workbench& wb) {
     // A background picture chosen for a view is kept in the project.
     h.onView("F_3D", "Command9", Act::Click, [](Workbench& w, const Action& a) {
         if (a.index < 0 || a.index >= 4 || a.text.empty() || w.projectFilePath.empty()) return;
-        WriteProfileString("IMAGES", PhotoKey(a.index), a.text, w.projectFilePath);
+        WriteProjectKey(w, "IMAGES", PhotoKey(a.index), a.text);
     });
     // The mouse on the 3D picture.
     h.onView("F_3D", "Picture3", Act::Press, [](Workbench& w, const Action& a) {

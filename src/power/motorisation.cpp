@@ -11,6 +11,7 @@
 #include "core/profile_file.h"
 #include "core/text_case.h"
 #include "core/workbench.h"
+#include "core/project_key.h"
 
 namespace tarvokin {
 
@@ -118,8 +119,7 @@ bool CB_MOT_Click(Workbench& wb) {
     // keeps it in its fields until it is.
     std::error_code ec;
     if (!wb.projectFilePath.empty() && std::filesystem::is_regular_file(wb.projectFilePath, ec)) {
-        WriteProfileString("Moteur", "Marque", marque, wb.projectFilePath);
-        WriteProfileString("Moteur", "Moteur", modele, wb.projectFilePath);
+        if (WriteProjectKey(wb, "Moteur", "Marque", marque)) WriteProjectKey(wb, "Moteur", "Moteur", modele);
     }
     RefreshMotorisation(wb);
     return true;

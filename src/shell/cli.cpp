@@ -35,7 +35,7 @@ const char* kUsage =
     "usage: tarvokin-cli fields PROJECT.MDL [--home DIR] [--open N]... [ENTRY]...\n"
     "       tarvokin-cli perf PROJECT.MDL [--home DIR] [--open N]... [ENTRY]...\n"
     "       tarvokin-cli vlm PROJECT.MDL [--home DIR] [--stab] [ENTRY]...\n"
-    "       tarvokin-cli polar FILE.POL [--re-index I]\n"
+    "       tarvokin-cli polar FILE.POL [--re-index I] [--home DIR]\n"
     "       tarvokin-cli cx PROJECT.MDL [--home DIR] --at SLOT,RE,CZ [--at SLOT,RE,CZ]...\n"
     "       tarvokin-cli compute-polar OUTLINE.DAT NAME RE [--out FILE.POL] [--home DIR]\n"
     "       tarvokin-cli plan PROJECT.MDL [--home DIR] [--view centrage|profil|dessus|face]\n"
@@ -411,7 +411,9 @@ int polarCommand(const std::vector<std::string>& a, std::ostream& out, std::ostr
     std::string file;
     std::optional<int> index;
     for (size_t i = 1; i < a.size(); ++i) {
-        if (a[i] == "--re-index" && i + 1 < a.size()) {
+        if (a[i] == "--home" && i + 1 < a.size()) {
+            ++i;  // the polar is read as it stands: no setting of the folder counts
+        } else if (a[i] == "--re-index" && i + 1 < a.size()) {
             const std::string& v = a[++i];
             if (v.size() != 1 || v[0] < '0' || v[0] > '5') {
                 err << "tarvokin-cli: --re-index attend 0 à 5 : " << v << "\n";
@@ -524,7 +526,7 @@ int computePolarCommand(const std::vector<std::string>& a, const std::string& ex
     WaitHooks hooks;
     hooks.progress = &progress;
     PolarRun run = Calc_Polar(wb, 110, reText, polar, outline, pos[1], hooks);
-    if (!run.saved) {
+    if (!run.computed()) {
         err << "tarvokin-cli: " << run.reason << "\n";
         return 1;
     }
@@ -557,9 +559,15 @@ void printFields(const Workbench& wb, std::ostream& out) {
 
 int runCli(const std::vector<std::string>& args, const std::string& executable, std::ostream& out,
            std::ostream& err) {
-    if (args.empty() || args[0] == "--help" || args[0] == "-h") {
-        (args.empty() ? err : out) << kUsage;
-        return args.empty() ? 2 : 0;
+    if (args.empty()) {
+        err << kUsage;
+        return 2;
+    }
+    // Help asked anywhere, before or after a command, is an answer, not an error.
+    if (std::find_if(args.begin(), args.end(), [](const std::string& a) { return a == "--help" || a == "-h"; }) !=
+        args.end()) {
+        out << kUsage;
+        return 0;
     }
     if (args[0] == "fields") return fieldsCommand(args, executable, out, err);
     if (args[0] == "perf") return fieldsCommand(args, executable, out, err, LoadedOutput::Performance);

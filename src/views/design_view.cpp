@@ -7,6 +7,7 @@
 #include "core/numbers.h"
 #include "core/profile_file.h"
 #include "core/workbench.h"
+#include "core/project_key.h"
 #include "views/aircraft_mesh.h"
 #include "views/engine.h"
 
@@ -227,7 +228,7 @@ void SetViewColour(Workbench& wb, Cell sample, PackedColour colour) {
     }
     if (!key) return;
     if (project && !wb.projectFilePath.empty())
-        WriteProfileString("Colors", key, text, wb.projectFilePath);
+        WriteProjectKey(wb, "Colors", key, text);
     else if (!project)
         WriteProfileString("Colors", key, text, wb.settingsFilePath());
     v.NeedsRedraw = true;

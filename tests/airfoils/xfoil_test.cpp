@@ -2,15 +2,20 @@
 
 #include <chrono>
 #include <csignal>
+#include <fcntl.h>
 #include <fstream>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 #include <thread>
 
+#include "airfoils/airfoil_selection.h"
 #include "airfoils/polar_lookup.h"
 #include "airfoils/xfoil_runner.h"
 #include "entry/session.h"
 #include "core/progress.h"
 #include "core/workbench.h"
+#include "core/profile_file.h"
 #include "support/temp_dir.h"
 #include "support/installed_workbench.h"
 
@@ -255,6 +260,38 @@ TEST(XfoilRun, MissingNonExecutableOrCrashingSolverFailsWithAReasonAndLeavesNoPo
     EXPECT_FALSE(readCalled);
 }
 
+TEST(XfoilRun, APolarWithoutAConvergedPointIsAFailedRunWhoseFiguresAreNotTaken) {
+    Installation inst;
+    inst.wb.catalogue.rows[0].Cm0 = -0.08;
+    inst.wb.catalogue.rows[0].Alpha0 = -3.5;
+    // What XFOIL saves when no angle converges: the header and no row.
+    writeBytes(inst.dir / "xfoil", "#!/bin/sh\nmkdir -p " + (inst.dir / "POLAIRES").string() + "\ncat > " +
+                                       inst.polar().string() +
+                                       " <<EOF\n XFOIL polar\n\n   alpha    CL        CD       CDp       CM\n"
+                                       "  ------ -------- --------- --------- --------\nEOF\n");
+    fs::permissions(inst.dir / "xfoil", fs::perms::owner_all);
+    inst.wb.settings.xfoilPath = (inst.dir / "xfoil").string();
+    struct Texts : Progress {
+        std::vector<std::string> seen;
+        void report(const std::string& text, double) override { seen.push_back(text); }
+    } progress;
+    const PolarRun run = Calc_Polar(inst.wb, 0, "220000", "", "", "", {{}, &progress}, [&](const fs::path& p) {
+        return Read_Polar(inst.wb.polars, p, 0, 3);
+    });
+    // The reader keeps its behaviour: the file is read in full.
+    EXPECT_TRUE(run.read);
+    EXPECT_TRUE(run.saved);
+    EXPECT_FALSE(run.computed());
+    EXPECT_NE(run.reason.find("aucun point convergé"), std::string::npos) << run.reason;
+    EXPECT_NE(run.reason.find("220000"), std::string::npos) << run.reason;
+    ASSERT_FALSE(progress.seen.empty());
+    EXPECT_EQ(progress.seen.back(), run.reason);
+    // The catalogue keeps the figures it had.
+    fillFiguresGrid(inst.wb);
+    EXPECT_EQ(inst.wb.catalogue.rows[0].Cm0, -0.08);
+    EXPECT_EQ(inst.wb.catalogue.rows[0].Alpha0, -3.5);
+}
+
 TEST(XfoilRun, HangingSolverIsStoppedByTheTimeLimitAndByCancel) {
     Installation inst;
     inst.hangingSolver();
@@ -298,4 +335,86 @@ TEST(XfoilRun, LongPathsOfAUsersHomeReachTheSolverThroughShortLinks) {
     PolarStore store;
     EXPECT_TRUE(Read_Polar(store, polar, 0, 2));
     EXPECT_GT(store.Polars[0][2].LastRow, 20);
+}
+
+namespace {
+
+// The command-line program computing a polar with a solver that never ends,
+// as a process of its own that the test can stop as a user or the system would.
+struct CliWithHangingSolver {
+    Installation inst;
+    pid_t cli = -1;
+    CliWithHangingSolver() {
+        test::copyInstallation(inst.dir.path());
+        inst.hangingSolver();
+        WriteProfileString("XFOIL", "Path", inst.wb.settings.xfoilPath, inst.dir / "TARVOKIN.INI");
+        const std::string home = inst.dir.path().string(), dat = (inst.dir / "DATA" / "CLARKY.DAT").string();
+        cli = ::fork();
+        if (cli == 0) {
+            const int null = ::open("/dev/null", O_RDWR);
+            ::dup2(null, 1);
+            ::dup2(null, 2);
+            ::execl(TARVOKIN_CLI, TARVOKIN_CLI, "compute-polar", dat.c_str(), "CLARKY", "100000", "--home",
+                    home.c_str(), static_cast<char*>(nullptr));
+            ::_exit(127);
+        }
+    }
+    ~CliWithHangingSolver() {
+        if (cli > 0) {
+            ::kill(cli, SIGKILL);
+            ::waitpid(cli, nullptr, 0);
+        }
+    }
+    // The solver has started when its child has written its pid.
+    bool solverStarted() const {
+        for (int i = 0; i < 500; ++i) {
+            if (!readBytes(inst.dir / "child.pid").empty()) return true;
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        }
+        return false;
+    }
+    int stop(int sig) {
+        ::kill(cli, sig);
+        int status = 0;
+        ::waitpid(cli, &status, 0);
+        cli = -1;
+        return WIFSIGNALED(status) ? WTERMSIG(status) : -1;
+    }
+    bool runFilesGone() const {
+        return !fs::exists(inst.dir / "START_XFOIL.CMD") && !fs::exists(inst.dir / "CLARKY_100000.KEY") &&
+               !fs::exists(inst.dir / "START_XFOIL.RUN");
+    }
+};
+
+}  // namespace
+
+TEST(XfoilOrphans, TermOrIntStopsTheSolverGroupAndRemovesTheScripts) {
+    for (int sig : {SIGTERM, SIGINT}) {
+        CliWithHangingSolver run;
+        ASSERT_TRUE(run.solverStarted());
+        EXPECT_EQ(run.stop(sig), sig);
+        EXPECT_TRUE(run.inst.childGone()) << sig;
+        EXPECT_TRUE(run.runFilesGone()) << sig;
+    }
+}
+
+TEST(XfoilOrphans, AProgramKilledHardTakesItsSolverAndTheNextStartRemovesTheScripts) {
+    CliWithHangingSolver run;
+    ASSERT_TRUE(run.solverStarted());
+    EXPECT_EQ(run.stop(SIGKILL), SIGKILL);
+    EXPECT_TRUE(run.inst.childGone());
+    ASSERT_TRUE(fs::exists(run.inst.dir / "START_XFOIL.CMD"));  // nothing could remove them then
+    Workbench next(run.inst.dir.path());
+    ReadSettingsAndCatalogue(next);
+    EXPECT_TRUE(run.runFilesGone());
+}
+
+TEST(XfoilOrphans, ScriptsOfARunThatStillGoesAreKept) {
+    Installation inst;
+    writeBytes(inst.dir / "START_XFOIL.CMD", "x\n");
+    writeBytes(inst.dir / "A_1.KEY", "x\n");
+    writeBytes(inst.dir / "START_XFOIL.RUN", std::to_string(::getpid()) + "\nA_1.KEY\n");
+    removeStaleXfoilRun(inst.dir.path());
+    EXPECT_TRUE(fs::exists(inst.dir / "A_1.KEY"));
+    EXPECT_TRUE(fs::exists(inst.dir / "START_XFOIL.CMD"));
 }

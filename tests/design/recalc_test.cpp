@@ -204,6 +204,18 @@ TEST(RecalcAll, AnyClearedReadyMarkComputesNothing) {
     }
 }
 
+TEST(RecalcAll, ZeroLeverOfAModelWithoutTailShowsZeroPointZero) {
+    Bench b;
+    test::glider(b.wb);
+    for (const grid::Row* r : {&grid::kStabRoot, &grid::kStabTip, &grid::kStabLength, &grid::kStabSweep})
+        setRow(b.s, *r, {});
+    b.s.set(F_GEO_STAB::b20, "0");
+    b.s.set(F_GEO_SF_REGLAGES::Ch_Aile, "1");
+    RecalcAll(b.wb);
+    EXPECT_EQ(t(b.s, F_GEO_STAB::b20), "0.0");
+    EXPECT_EQ(t(b.s, F_GEO_STAB::j21), "-");
+}
+
 TEST(RecalcAll, NoTailNoFuselageShowsDashes) {
     Bench b;
     test::glider(b.wb);
@@ -214,9 +226,11 @@ TEST(RecalcAll, NoTailNoFuselageShowsDashes) {
     const Sheet& s = b.s;
     for (Cell c : {F_GEO_STAB::j15, F_GEO_STAB::j16, F_GEO_STAB::j17, F_GEO_STAB::j18, F_GEO_STAB::j19,
                    F_GEO_STAB::J20, F_GEO_STAB::j21, F_GEO_STAB::j22, F_3D::j17, F_3D::J20, F_3D::j22,
-                   F_GEO_FUS::j24, F_GEO_FUS::j25, F_GEO_FUS::j26, F_3D::j26a})
+                   F_GEO_FUS::j24, F_GEO_FUS::j25, F_GEO_FUS::j26})
         EXPECT_EQ(t(s, c), "-") << cellPath(c);
-    // The zero lever field of a missing tail is never touched.
+    // The design window keeps the unit of the fuselage neutral point.
+    EXPECT_EQ(t(s, F_3D::j26a), "- %");
+    // A lever field that holds a length is left as typed.
     EXPECT_EQ(t(s, F_GEO_STAB::b20), "750");
     // Neutral point on the wing's quarter chord; without tail and fuselage there
     // is no stabiliser setting, and the Cz at the neutral point has no value.

@@ -18,6 +18,26 @@ TEST(FixedDecimals, RoundsHalfAwayFromZeroOnTheDecimalValue) {
     EXPECT_EQ(fixed(2.674999, 2), "2.67");
 }
 
+TEST(FixedDecimals, ATieIsATieAtFifteenSignificantDigitsOnly) {
+    // 0.0094 x 0.75 as a slope gives 0.007049999999999992: its 15 digits
+    // read 0.00704999999999999, below the tie, whatever the magnitude.
+    EXPECT_EQ(roundHalfAway(0.007049999999999992, 4), 0.007);
+    EXPECT_EQ(fixed(0.007049999999999992, 4), "0.0070");
+    struct Case {
+        double x;
+        int decimals;
+        const char* text;
+    };
+    const Case table[] = {
+        {0.00704999999999999, 4, "0.0070"}, {0.00705, 4, "0.0071"},          {1.4999999999999, 0, "1"},
+        {1.49999999999999, 0, "1"},         {1.499999999999999, 0, "2"},      {0.285, 2, "0.29"},
+        {0.0000125, 6, "0.000013"},         {0.0000124999999999, 6, "0.000012"}, {123456.785, 2, "123456.79"},
+        {-0.00704999999999999, 4, "-0.0070"}, {0.3 - 0.1, 1, "0.2"},          {9.995, 2, "10.00"},
+        {0.0005, 3, "0.001"},               {0.00049, 3, "0.000"},
+    };
+    for (const Case& c : table) EXPECT_EQ(fixed(c.x, c.decimals), c.text) << c.x << " to " << c.decimals;
+}
+
 TEST(FixedDecimals, WritesEveryDecimalAndNoNegativeZero) {
     EXPECT_EQ(fixed(3.1, 2), "3.10");
     EXPECT_EQ(fixed(0.0004, 3), "0.000");

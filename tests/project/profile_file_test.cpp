@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <csignal>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -195,4 +198,85 @@ TEST(ProfileSave, FailedSaveLeavesTheGoodFileInPlace) {
     EXPECT_TRUE(std::filesystem::is_directory(target));
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.path()), std::filesystem::directory_iterator()),
               2);
+}
+
+namespace {
+
+// The file's modification time, to tell a rewrite from a file left alone.
+std::filesystem::file_time_type ageOf(const std::filesystem::path& f) { return std::filesystem::last_write_time(f); }
+
+void makeOld(const std::filesystem::path& f) {
+    std::filesystem::last_write_time(f, std::filesystem::file_time_type::clock::now() - std::chrono::hours(48));
+}
+
+}  // namespace
+
+TEST(ProfileSave, SameBytesLeaveTheFileUntouched) {
+    TempDir dir;
+    const auto f = dir / "p.MDL";
+    writeBytes(f, "[Modele]\r\nNom=Good\r\n");
+    makeOld(f);
+    const auto before = ageOf(f);
+    EXPECT_TRUE(WriteProfileString("Modele", "Nom", "Good", f));
+    EXPECT_TRUE(ProfileDocument::load(f).save(f));
+    EXPECT_EQ(ageOf(f), before);
+    // A value that differs is written.
+    EXPECT_TRUE(WriteProfileString("Modele", "Nom", "Other", f));
+    EXPECT_NE(ageOf(f), before);
+    EXPECT_EQ(readBytes(f), "[Modele]\r\nNom=Other\r\n");
+}
+
+TEST(ProfileSave, ReadOnlyFileIsNotReplacedAndTheReasonIsGiven) {
+    TempDir dir;
+    const auto f = dir / "p.MDL";
+    writeBytes(f, "[Modele]\r\nNom=Good\r\n");
+    ::chmod(f.c_str(), 0444);
+    std::string reason;
+    EXPECT_FALSE(WriteProfileString("Modele", "Nom", "Bad", f, &reason));
+    EXPECT_EQ(readBytes(f), "[Modele]\r\nNom=Good\r\n");
+    EXPECT_TRUE(contains(reason, "lecture seule")) << reason;
+    EXPECT_EQ(std::filesystem::status(f).permissions() & std::filesystem::perms::all,
+              std::filesystem::perms(0444));
+
+    // A folder that does not exist: no file appears, the reason says why.
+    reason.clear();
+    EXPECT_FALSE(WriteProfileString("Modele", "Nom", "X", dir / "none" / "p.MDL", &reason));
+    EXPECT_FALSE(reason.empty());
+    EXPECT_FALSE(std::filesystem::exists(dir / "none"));
+}
+
+TEST(ProfileSave, SymbolicLinkIsWrittenThroughToItsTarget) {
+    TempDir dir;
+    std::filesystem::create_directories(dir / "real");
+    const auto target = dir / "real" / "p.MDL";
+    writeBytes(target, "[Modele]\r\nNom=Good\r\n");
+    std::filesystem::create_symlink("real/p.MDL", dir / "link.MDL");
+    EXPECT_TRUE(WriteProfileString("Modele", "Nom", "Through", dir / "link.MDL"));
+    EXPECT_TRUE(std::filesystem::is_symlink(dir / "link.MDL"));
+    EXPECT_EQ(readBytes(target), "[Modele]\r\nNom=Through\r\n");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir / "real"), std::filesystem::directory_iterator()),
+              1);
+}
+
+TEST(ProfileSave, FullDiskKeepsTheOldFileAndSaysSo) {
+    TempDir dir;
+    const auto f = dir / "p.MDL";
+    writeBytes(f, "[Modele]\r\nNom=Good\r\n");
+    // A file-size limit makes the write fail as a full disk does, without
+    // needing a small file system the test could fill.
+    ::signal(SIGXFSZ, SIG_IGN);
+    rlimit old{};
+    ::getrlimit(RLIMIT_FSIZE, &old);
+    rlimit tight = old;
+    tight.rlim_cur = 8;
+    ::setrlimit(RLIMIT_FSIZE, &tight);
+    ProfileDocument doc = ProfileDocument::load(f);
+    doc.set("Modele", "Nom", "A much longer name than the limit allows");
+    std::string reason;
+    const bool saved = doc.save(f, &reason);
+    ::setrlimit(RLIMIT_FSIZE, &old);
+    EXPECT_FALSE(saved);
+    EXPECT_FALSE(reason.empty());
+    EXPECT_EQ(readBytes(f), "[Modele]\r\nNom=Good\r\n");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.path()), std::filesystem::directory_iterator()), 1);
 }

@@ -423,3 +423,23 @@ TEST_F(ProjectFile, GarbageAroundTheKeysLoadsWithDefaults) {
     // The value was cut at 127 digits before it was read.
     EXPECT_EQ(wb.sheet.text(F_GEO_SF::b5).substr(0, 4), "2.22");
 }
+
+TEST_F(ProjectFile, FailedSaveIsReportedAndTheFileKept) {
+    load("[Modele]\nNom=Bird\nMasse_1=1000\n");
+    const std::string before = readBytes(home / "p.MDL");
+    std::vector<std::string> shown;
+    wb.showMessage = [&shown](const std::string& text) { shown.push_back(text); };
+    wb.sheet.set(F_GEO_SF_REGLAGES::H30, "1500");
+    std::filesystem::permissions(home / "p.MDL", std::filesystem::perms(0444));
+    EXPECT_FALSE(SaveProject(wb));
+    EXPECT_EQ(readBytes(home / "p.MDL"), before);
+    ASSERT_EQ(shown.size(), 1u);
+    EXPECT_TRUE(contains(shown[0], "p.MDL")) << shown[0];
+    EXPECT_TRUE(contains(shown[0], "lecture seule")) << shown[0];
+
+    // Into a folder that is not there: told as well.
+    shown.clear();
+    wb.projectFilePath = (home / "gone" / "p.MDL").string();
+    EXPECT_FALSE(SaveProject(wb));
+    EXPECT_EQ(shown.size(), 1u);
+}

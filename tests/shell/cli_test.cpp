@@ -1,9 +1,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
+#include <filesystem>
 #include <map>
 #include <sstream>
 
+#include "airfoils/catalogue_edit.h"
+#include "core/numbers.h"
 #include "core/profile_file.h"
 #include "shell/cli.h"
 #include "support/temp_dir.h"
@@ -107,6 +111,59 @@ TEST(CliFields, UnreadableProjectsFailWithAMessage) {
     EXPECT_EQ(nonNumeric.err.rfind("[#7] ", 0), 0u) << nonNumeric.err;
 }
 
+TEST(CliFields, AFileThatCannotBeWrittenFailsTheCommand) {
+    Home h;
+    std::filesystem::permissions(h.demo(), std::filesystem::perms(0444));
+    const std::string before = test::readBytes(h.demo());
+    // Choosing a motor writes it to the project at once.
+    CliRun r = cli({"fields", h.demo(), "--home", h.home(), "--open", "20", "--set",
+                    "F_MOTORISATIONS.CB_MOT=AXI@2820/10"});
+    EXPECT_EQ(r.status, 1);
+    EXPECT_NE(r.err.find("lecture seule"), std::string::npos) << r.err;
+    EXPECT_EQ(test::readBytes(h.demo()), before);
+}
+
+TEST(CliFields, ReadingAProjectWritesNothing) {
+    Home h;
+    const std::filesystem::path catalogue = h.dir / "DATA" / "GENERIC.CSV";
+    const auto old = std::filesystem::file_time_type::clock::now() - std::chrono::hours(48);
+    std::filesystem::last_write_time(h.demo(), old);
+    std::filesystem::last_write_time(catalogue, old);
+    CliRun r = cli({"fields", h.demo(), "--home", h.home()});
+    ASSERT_EQ(r.status, 0) << r.err;
+    EXPECT_EQ(std::filesystem::last_write_time(h.demo()), old);
+    EXPECT_EQ(std::filesystem::last_write_time(catalogue), old);
+}
+
+TEST(CliFields, ReynoldsEstimateFollowsEachOfItsEntries) {
+    Home h;
+    CliRun r = cli({"fields", h.demo(), "--home", h.home(), "--set", "F_PROFILS.b6=36", "--set", "F_PROFILS.b5=30",
+                    "--set", "F_PROFILS.B4=1.5"});
+    ASSERT_EQ(r.status, 0) << r.err;
+    EXPECT_EQ(r.fields["F_PROFILS.T_RE"], "140000");
+    // The demo's 40 km/h and 40 dm² with a span of 1.5 m instead of 2 m.
+    CliRun span = cli({"fields", h.demo(), "--home", h.home(), "--set", "F_PROFILS.B4=1.5"});
+    EXPECT_EQ(span.fields["F_PROFILS.T_RE"], plain(Calc_Re(40, 40, 1.5)));
+    EXPECT_NE(span.fields["F_PROFILS.T_RE"], "155555");
+}
+
+TEST(CliOptions, EveryCommandTakesHomeAndHelp) {
+    Home h;
+    const std::string pol = h.home() + "/POLAIRES/CLARKY_220000.POL";
+    EXPECT_EQ(cli({"polar", pol, "--home", h.home()}).status, 0);
+    for (const char* command : {"fields", "perf", "polar", "cx", "compute-polar", "plan"}) {
+        for (const char* help : {"--help", "-h"}) {
+            CliRun r = cli({command, help});
+            EXPECT_EQ(r.status, 0) << command;
+            // The usage of every command.
+            for (const char* each : {"fields ", "perf ", "polar ", "cx ", "compute-polar ", "plan "})
+                EXPECT_NE(r.out.find(std::string("tarvokin-cli ") + each), std::string::npos) << command << each;
+        }
+    }
+    EXPECT_EQ(cli({"--help"}).status, 0);
+    EXPECT_EQ(cli({}).status, 2);
+}
+
 TEST(CliFields, UnknownFieldOrCommandIsAUsageError) {
     Home h;
     EXPECT_EQ(cli({"fields", h.demo(), "--home", h.home(), "--set", "F_GEO_SF.zz=1"}).status, 2);
@@ -160,6 +217,19 @@ TEST(CliComputePolar, OneXfoilRunWithTheInstallationSettings) {
     CliRun missing = cli({"compute-polar", h.home() + "/DATA/NONE.DAT", "NONE", "100000", "--home", h.home()});
     EXPECT_EQ(missing.status, 1);
     EXPECT_FALSE(missing.err.empty());
+}
+
+TEST(CliComputePolar, ARunWithoutAConvergedPointFails) {
+    Home h;
+    const std::string out = h.home() + "/e.pol";
+    const std::string solver = h.home() + "/fake-xfoil";
+    test::writeBytes(solver, "#!/bin/sh\nprintf ' XFOIL\\n   alpha    CL\\n  ------ --------\\n' > " + out + "\n");
+    std::filesystem::permissions(solver, std::filesystem::perms::owner_all);
+    WriteProfileString("XFOIL", "Path", solver, h.home() + "/TARVOKIN.INI");
+    CliRun r = cli({"compute-polar", h.home() + "/DATA/E387.DAT", "E387", "100000", "--out", out, "--home", h.home()});
+    EXPECT_EQ(r.status, 1);
+    EXPECT_NE(r.err.find("aucun point convergé"), std::string::npos) << r.err;
+    EXPECT_TRUE(r.out.empty());
 }
 
 TEST(CliPlan, WritesTheChosenPlanAtTrueScaleAndPrintsItsTexts) {

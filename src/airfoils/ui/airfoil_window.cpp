@@ -202,10 +202,10 @@ AirfoilWindow::AirfoilWindow(Workbench& wb, SheetBridge& b, QWidget* parent)
     auto* frame = new QGroupBox(QStringLiteral("Estimation Reynolds moyen de vol"));
     frame->setObjectName("Frame2");
     auto* ff = new QFormLayout(frame);
+    // The field rules refresh the estimate as each entry changes.
     for (auto [cell, caption] : {std::pair{b6, "Vitesse moyenne (km/h)"}, std::pair{b5, "Surface (dm)"},
-                                 std::pair{B4, "Envergure (m)"}}) {
+                                 std::pair{B4, "Envergure (m)"}})
         addField(b, ff, QString::fromUtf8(caption), cell);
-    }
     addResult(b, ff, QStringLiteral("Reynolds"), T_RE);
     br->addWidget(frame, 1);
     split->addWidget(bottom);

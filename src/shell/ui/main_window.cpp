@@ -142,6 +142,14 @@ MainWindow::MainWindow(Workbench& wb, SheetBridge& bridge, QWidget* parent)
     resize(1200, 820);
 }
 
+MainWindow::~MainWindow() {
+    // The docks are children, deleted by the base class after this body has
+    // run; hiding them then would call the handlers below on a window that
+    // is no longer a MainWindow.
+    for (QDockWidget* dock : {designDock_, settingsDock_, airfoilDock_})
+        if (dock) disconnect(dock, nullptr, this, nullptr);
+}
+
 QAction* MainWindow::toolbarButton(int position) const {
     auto it = buttons_.find(position);
     return it == buttons_.end() ? nullptr : it->second;
@@ -578,7 +586,15 @@ void MainWindow::openInEditor(const QString& relativePath, const QString& missin
 void MainWindow::closeEvent(QCloseEvent* e) {
     if (!quitting_) {
         quitting_ = true;
-        Quit(wb_);
+        if (!Quit(wb_)) {
+            // The save on exit failed and the user has been told why: the
+            // model stays on screen so that it can be saved elsewhere.
+            quitting_ = false;
+            e->ignore();
+            return;
+        }
+        // A solver run under way ends with the window, scripts and all.
+        stopSolverRuns();
     }
     e->accept();
 }

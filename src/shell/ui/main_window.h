@@ -25,6 +25,7 @@ class MainWindow : public QMainWindow {
     Q_OBJECT
 public:
     MainWindow(Workbench& wb, SheetBridge& bridge, QWidget* parent = nullptr);
+    ~MainWindow() override;
 
     // The toolbar action at a button position (separators have none).
     QAction* toolbarButton(int position) const;

@@ -7,6 +7,8 @@
 #include "entry/analysis_logic.h"
 #include "entry/design_logic.h"
 #include "entry/field_rules.h"
+#include "entry/frame_logic.h"
+#include "entry/fuselage_logic.h"
 #include "entry/main_window_logic.h"
 #include "entry/power_logic.h"
 #include "power/motorisation.h"
@@ -39,6 +41,8 @@ void InstallWindowLogic(Workbench& wb) {
     installMainWindowLogic(wb);
     installPowerLogic(wb);
     installDesignLogic(wb);
+    installFuselageLogic(wb);
+    installFrameLogic(wb);
 }
 
 }  // namespace tarvokin

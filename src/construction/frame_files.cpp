@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
 #include <system_error>
 
 #include "construction/frame_curve.h"
@@ -99,7 +100,19 @@ bool SaveFrameOutline(const FrameState& f, const std::string& answer, std::strin
 
 namespace {
 
-std::string xy(const FramePoint& p) { return plain(p.x) + ";" + plain(p.y); }
+// The shortest text that reads back as the same double: a reopened frame is
+// the saved one to the last bit, so its outline file is the same too.
+std::string exact(double v) {
+    if (v == 0) return "0";
+    char buf[40];
+    for (int digits = 15; digits <= 17; ++digits) {
+        std::snprintf(buf, sizeof buf, "%.*g", digits, v);
+        if (std::strtod(buf, nullptr) == v) break;
+    }
+    return buf;
+}
+
+std::string xy(const FramePoint& p) { return exact(p.x) + ";" + exact(p.y); }
 
 bool readXY(const std::string& text, FramePoint& p) {
     const size_t semi = text.find(';');
@@ -118,11 +131,11 @@ bool SaveFrameProject(const FrameState& f, const fs::path& file, std::string& er
     doc.set("Couple", "ControlCount", std::to_string(f.ControlCount));
     doc.set("Couple", "PointCount", std::to_string(f.PointCount));
     doc.set("Couple", "CurveOrder", std::to_string(f.CurveOrder));
-    doc.set("Couple", "Epaisseur", plain(f.Thickness));
+    doc.set("Couple", "Epaisseur", exact(f.Thickness));
     doc.set("Couple", "Doublage", f.Doubling ? "1" : "0");
     doc.set("Couple", "Asservi", f.Slaved ? "1" : "0");
-    doc.set("Couple", "AxeX", plain(f.AxeX));
-    doc.set("Couple", "BaseLineY", plain(f.BaseLineY));
+    doc.set("Couple", "AxeX", exact(f.AxeX));
+    doc.set("Couple", "BaseLineY", exact(f.BaseLineY));
     for (size_t i = 0; i < f.ControlPoints.size(); ++i) doc.set("Poignees", std::to_string(i), xy(f.ControlPoints[i]));
     for (size_t i = 0; i < f.DoubledControl.size(); ++i)
         doc.set("PoigneesDoublage", std::to_string(i), xy(f.DoubledControl[i]));

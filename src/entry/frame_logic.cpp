@@ -102,7 +102,12 @@ void installFrameLogic(Workbench& wb) {
     // The generator is made at its first opening and kept: it starts its frame then.
     wb.panelRefresh[button::FrameGenerator] = [](Workbench& w) { ensureFrame(w); };
 
-    h.on("Gen_Couples_2", "Hscroll1", Act::Scroll, [](Workbench& w, const Action&) {
+    // A slider's value typed (the command line's --set) does what its move does.
+    auto slider = [&h](const char* name, Handler f) {
+        h.on("Gen_Couples_2", name, Act::Scroll, f);
+        h.on("Gen_Couples_2", name, Act::Enter, f);
+    };
+    slider("Hscroll1", [](Workbench& w, const Action&) {
         ensureFrame(w);
         double t = 0;
         if (!tryNumber(w.sheet.text(Hscroll1), t) || !std::isfinite(t)) return;
@@ -111,13 +116,13 @@ void installFrameLogic(Workbench& wb) {
         ApplyDoubling(w.frame);
         RecomputeFrameCurves(w.frame);
     });
-    h.on("Gen_Couples_2", "Hscroll2", Act::Scroll, [](Workbench& w, const Action&) {
+    slider("Hscroll2", [](Workbench& w, const Action&) {
         ensureFrame(w);
         w.frame.PointCount = std::clamp(wholeCell(w, Hscroll2, w.frame.PointCount), 2, 400);
         w.sheet.set(Text3, std::to_string(w.frame.PointCount));
         RecomputeFrameCurves(w.frame);
     });
-    h.on("Gen_Couples_2", "Hscroll3", Act::Scroll, [](Workbench& w, const Action&) {
+    slider("Hscroll3", [](Workbench& w, const Action&) {
         ensureFrame(w);
         w.frame.CurveOrder = std::clamp(wholeCell(w, Hscroll3, w.frame.CurveOrder), 2, w.frame.ControlCount + 1);
         RecomputeFrameCurves(w.frame);
@@ -207,12 +212,14 @@ void installFrameLogic(Workbench& wb) {
     });
     // The 3D piece's sizes: the vertices rewritten in place.
     const std::pair<const char*, Cell> sizes[3] = {{"Slider1", T_EP}, {"Slider2", T_H}, {"Slider3", T_L}};
-    for (const auto& [slider, shown] : sizes) {
-        const Cell source = slider[6] == '1' ? Slider1 : (slider[6] == '2' ? Slider2 : Slider3);
-        h.on("Gen_Couples_2", slider, Act::Scroll, [source, shown](Workbench& w, const Action&) {
+    for (const auto& [name, shown] : sizes) {
+        const Cell source = name[6] == '1' ? Slider1 : (name[6] == '2' ? Slider2 : Slider3);
+        auto resize = [source, shown](Workbench& w, const Action&) {
             w.sheet.set(shown, w.sheet.text(source));
             resizePiece(w);
-        });
+        };
+        h.on("Gen_Couples_2", name, Act::Scroll, resize);
+        h.on("Gen_Couples_2", name, Act::Enter, resize);
     }
     // The piece's view and kind, and its orbit (what is shown only).
     for (const char* c : {"Combo1", "Combo2"})

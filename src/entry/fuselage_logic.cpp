@@ -68,6 +68,11 @@ void installFuselageLogic(Workbench& wb) {
     for (const char* slider : {"HScroll1", "HScroll2", "VScroll1", "VScroll2", "VScroll3"}) {
         h.on("F_GEO_FUS", slider, Act::Scroll, [](Workbench& w, const Action&) { UpdateFuselageFigures(w); });
         h.on("F_GEO_FUS", slider, Act::ScrollEnd, [](Workbench& w, const Action&) { rebuildAircraft(w); });
+        // A value typed (the command line's --set) is a whole drag.
+        h.on("F_GEO_FUS", slider, Act::Enter, [](Workbench& w, const Action&) {
+            UpdateFuselageFigures(w);
+            rebuildAircraft(w);
+        });
     }
 }
 

@@ -243,7 +243,7 @@ void Visu_Points(const FrameState& f, DrawSurface& d, double s) {
 void DisegnaCurva(FrameState& f, DrawSurface& d, const FrameDrawOptions& o) {
     const double s = FrameDrawScale(d.width(), d.height());
     d.setDrawMode(drawmode::CopyPen);
-    d.clear(kWhite);
+    if (o.clear) d.clear(kWhite);
     RecomputeFrameCurves(f);
     if (o.grid) Quadrillage(d, s);
     if (o.axes) {

@@ -49,6 +49,8 @@ int FindHandle(const FrameState& f, double x, double y, bool mainHandles);
 // What the drawing shows, from the pb1 toolbar's toggles.
 struct FrameDrawOptions {
     bool handles = true, dotted = false, points = false, axes = true, grid = true;
+    // False when a background picture has been laid on the surface first.
+    bool clear = true;
 };
 
 // Recomputes the curves and draws everything on the surface, the drawing

@@ -45,6 +45,7 @@ struct FrameState {
     int CameraIndex = 0, LightIndex = 0;
     std::vector<int> meshes;
     float ViewAzimuth = 0.5f, ViewElevation = 0.35f, ViewDistance = 0;
+    double orbitX = 0, orbitY = 0;  // the pointer at the last press or move of the orbit
     bool meshReady = false;
     // Object vertices of the piece as built at 100 % height and length, so
     // the sliders rewrite the vertices from them and not from the last pass.

@@ -225,6 +225,18 @@ void installFrameLogic(Workbench& wb) {
     for (const char* c : {"Combo1", "Combo2"})
         h.on("Gen_Couples_1", c, Act::Change, [](Workbench& w, const Action&) { RebuildFramePiece(w); });
     h.onView("Gen_Couples_1", "Build", Act::Click, [](Workbench& w, const Action&) { RebuildFramePiece(w); });
+    // The orbit, in pixels of the view: a drag turns, a right drag zooms.
+    h.onView("Gen_Couples_1", "Picture1", Act::Press, [](Workbench& w, const Action& a) {
+        w.frame.orbitX = a.x;
+        w.frame.orbitY = a.y;
+    });
+    h.onView("Gen_Couples_1", "Picture1", Act::Move, [](Workbench& w, const Action& a) {
+        if (a.button == 0) return;
+        OrbitFrame(w.frame, a.x - w.frame.orbitX, a.y - w.frame.orbitY, (a.button & 2) != 0);
+        w.frame.orbitX = a.x;
+        w.frame.orbitY = a.y;
+    });
+    h.onView("Gen_Couples_1", "Picture1", Act::Release, [](Workbench&, const Action&) {});
 }
 
 }  // namespace tarvokin

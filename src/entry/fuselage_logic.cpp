@@ -3,6 +3,7 @@
 #include "construction/fuselage_shape.h"
 #include "core/workbench.h"
 #include "design/recalc.h"
+#include "entry/session.h"
 #include "views/aircraft_mesh.h"
 
 namespace tarvokin {
@@ -62,6 +63,16 @@ void installFuselageLogic(Workbench& wb) {
             rebuildAircraft(w);
         });
     }
+
+    // The frame generator is opened from here, as from the toolbar and the
+    // CNC menu; the CNC menu's fuselage entries open this window on a drawing.
+    h.onView("F_GEO_FUS", "PB_COUPLES", Act::Click, [](Workbench& w, const Action&) {
+        if (!w.isOpen(button::FrameGenerator)) TogglePanel(w, button::FrameGenerator);
+    });
+    for (const char* entry : {"IM_GEN_FUS_SIDE", "IM_GEN_FUS_ABOVE"})
+        h.on("F_Main", entry, Act::Click, [](Workbench& w, const Action&) {
+            if (!w.isOpen(button::Fuselage)) TogglePanel(w, button::Fuselage);
+        });
 
     // The shape factors: the drawings follow each step (the window redraws
     // after every entry), the figures too; the 3D model once, at the end.

@@ -75,13 +75,13 @@ ViewMapping FuselageViewMapping(const Sheet& s, FuselageView view, int width, in
         y0 = std::min({y0, a, b});
         y1 = std::max({y1, a, b});
     }
-    // Room round the body for the labels; the body's height is shown at
-    // least at a fifth of its length so that a slim fuselage can be handled.
-    const double spanX = (x1 - x0) * 1.1, spanY = std::max((y1 - y0) * 1.3, (x1 - x0) / 5);
+    // Room round the body for the title and the held marker's label.
+    const double spanX = (x1 - x0) * 1.1, spanY = (y1 - y0) * 1.5;
     ViewMapping v;
-    v.scale = std::max(1e-6, std::min(width / std::max(spanX, 1.0), height / std::max(spanY, 1.0)));
-    v.ox = width / 2.0 - (x0 + x1) / 2 * v.scale;
-    v.oy = height / 2.0 + (y0 + y1) / 2 * v.scale;
+    v.scaleX = std::max(1e-6, width / std::max(spanX, 1.0));
+    v.scaleY = std::max(1e-6, height / std::max(spanY, 1.0));
+    v.ox = width / 2.0 - (x0 + x1) / 2 * v.scaleX;
+    v.oy = height / 2.0 + (y0 + y1) / 2 * v.scaleY;
     return v;
 }
 

@@ -30,14 +30,16 @@ std::vector<FuselageMarker> ReadMarkers(const Sheet& s);
 // The markers as shown, the shape factors applied.
 std::vector<FuselageMarker> ShownMarkers(const Sheet& s);
 
-// Pixels of a drawing for the model's millimetres: px = ox + x * scale,
-// py = oy - y * scale, one scale both ways so the shape is true.
+// Pixels of a drawing for the model's millimetres: px = ox + x * scaleX,
+// py = oy - y * scaleY. The length fills the width and the heights (or
+// widths) the height: a body ten times longer than high would otherwise give
+// markers a few pixels tall to drag.
 struct ViewMapping {
-    double scale = 1, ox = 0, oy = 0;
-    double toPixelX(double x) const { return ox + x * scale; }
-    double toPixelY(double y) const { return oy - y * scale; }
-    double toModelX(double px) const { return (px - ox) / scale; }
-    double toModelY(double py) const { return (oy - py) / scale; }
+    double scaleX = 1, scaleY = 1, ox = 0, oy = 0;
+    double toPixelX(double x) const { return ox + x * scaleX; }
+    double toPixelY(double y) const { return oy - y * scaleY; }
+    double toModelX(double px) const { return (px - ox) / scaleX; }
+    double toModelY(double py) const { return (oy - py) / scaleY; }
 };
 ViewMapping FuselageViewMapping(const Sheet& s, FuselageView view, int width, int height);
 

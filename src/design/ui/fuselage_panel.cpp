@@ -51,26 +51,6 @@ FuselagePanel::FuselagePanel(SheetBridge& b, QWidget* parent) : QWidget(parent) 
     row->addLayout(right);
     top->addLayout(row);
 
-    // The shape factors, in percent, beside the drawings they act on.
-    auto* factors = new QGroupBox(QStringLiteral("Formes (%)"));
-    auto* g = new QGridLayout(factors);
-    const struct {
-        Cell cell;
-        const char* caption;
-        Qt::Orientation o;
-    } sliders[] = {{HScroll1, "Largeur", Qt::Horizontal},  {HScroll2, "Longueur", Qt::Horizontal},
-                   {VScroll1, "Dessus", Qt::Vertical},     {VScroll2, "Dessous", Qt::Vertical},
-                   {VScroll3, "Hauteur", Qt::Vertical}};
-    int col = 0;
-    for (const auto& s : sliders) {
-        auto* slider = new CellSlider(b, s.cell, s.o, 10, 300);
-        g->addWidget(new QLabel(QString::fromUtf8(s.caption)), 0, col);
-        g->addWidget(slider, 1, col);
-        g->addWidget(new CellLabel(b, s.cell), 2, col);
-        ++col;
-    }
-    top->addWidget(factors);
-
     auto* drawings = new QGroupBox(QStringLiteral("Couples"));
     auto* dl = new QVBoxLayout(drawings);
     side_ = new FuselageDrawing(b, FuselageView::Side);
@@ -83,6 +63,27 @@ FuselagePanel::FuselagePanel(SheetBridge& b, QWidget* parent) : QWidget(parent) 
     dl->addWidget(new QLabel(QStringLiteral(
         "Glisser un couple : bouton gauche. Bouton droit : les surfaces suivent le mouvement.")));
     top->addWidget(drawings, 1);
+
+    // The shape factors, in percent, beside the drawings they act on.
+    auto* factors = new QGroupBox(QStringLiteral("Formes (%)"));
+    auto* g = new QGridLayout(factors);
+    const struct {
+        Cell cell;
+        const char* caption;
+        Qt::Orientation o;
+    } sliders[] = {{HScroll1, "Largeur", Qt::Horizontal},  {HScroll2, "Longueur", Qt::Horizontal},
+                   {VScroll1, "Dessus", Qt::Horizontal},   {VScroll2, "Dessous", Qt::Horizontal},
+                   {VScroll3, "Hauteur", Qt::Horizontal}};
+    int i = 0;
+    for (const auto& s : sliders) {
+        const int r = i / 2, c = 3 * (i % 2);
+        g->addWidget(new QLabel(QString::fromUtf8(s.caption)), r, c);
+        g->addWidget(new CellSlider(b, s.cell, s.o, 10, 300), r, c + 1);
+        g->addWidget(new CellLabel(b, s.cell), r, c + 2);
+        ++i;
+    }
+    top->addWidget(factors);
+
 }
 
 }  // namespace tarvokin::ui

@@ -11,6 +11,82 @@
 
 namespace tarvokin {
 
+namespace {
+
+// The weights of each sample: they depend on the handle count, the order and
+// the sample count, never on where the handles stand, so a drag reuses them
+// and each mouse move costs one weighted sum a sample.
+struct BasisTable {
+    int n = -1, k = 0, count = 0;
+    std::vector<int> first;      // index of the sample's first non-zero weight; -1 for none
+    std::vector<double> weight;  // k weights a sample
+};
+
+void buildBasis(BasisTable& b, int n, int k, int count) {
+    b.n = n;
+    b.k = k;
+    b.count = count;
+    b.first.assign(static_cast<size_t>(count), -1);
+    b.weight.assign(static_cast<size_t>(count * k), 0.0);
+    const int knots = n + k + 1;
+    std::vector<double> t(static_cast<size_t>(knots));
+    for (int i = 0; i < knots; ++i) t[static_cast<size_t>(i)] = i < k ? 0.0 : (i <= n ? i - k + 1.0 : n - k + 2.0);
+    const double tMax = n - k + 2.0;
+    // The recursion's knot differences as reciprocals, 0 where a difference
+    // is 0 (the zero-denominator rule): inv[d * knots + i] = 1 / (t_(i+d) - t_i).
+    std::vector<double> inv(static_cast<size_t>((k + 1) * knots), 0.0);
+    for (int d = 1; d <= k; ++d)
+        for (int i = 0; i + d < knots; ++i) {
+            const double den = t[static_cast<size_t>(i + d)] - t[static_cast<size_t>(i)];
+            if (den != 0) inv[static_cast<size_t>(d * knots + i)] = 1.0 / den;
+        }
+    auto reciprocal = [&inv, knots](int i, int d) { return inv[static_cast<size_t>(d * knots + i)]; };
+
+    std::vector<double> N(static_cast<size_t>(k + 1)), next(static_cast<size_t>(k + 1));
+    int cursor = 0;
+    // The ends are the end handles exactly: weight 1 on them.
+    b.first[0] = 0;
+    b.weight[0] = 1;
+    b.first[static_cast<size_t>(count - 1)] = n - k + 1;
+    b.weight[static_cast<size_t>((count - 1) * k + k - 1)] = 1;
+    for (int s = 1; s + 1 < count; ++s) {
+        const double u = tMax * s / (count - 1);
+        // The span holding u; the samples rise, so the search goes on from
+        // the last span found. Only the k basis functions of that span are
+        // non-zero: the Cox-de Boor recursion runs on that triangle alone.
+        while (cursor + 2 < knots && !(u < t[static_cast<size_t>(cursor + 1)])) ++cursor;
+        if (!(t[static_cast<size_t>(cursor)] <= u && u < t[static_cast<size_t>(cursor + 1)])) continue;
+        const int mu = cursor;
+        // N[j] holds N_(mu - d + 1 + j, d) for the order d being built.
+        std::fill(N.begin(), N.end(), 0.0);
+        N[0] = 1.0;
+        for (int d = 2; d <= k; ++d) {
+            for (int j = 0; j < d; ++j) {
+                const int i = mu - d + 1 + j;
+                double v = 0;
+                // Left term: N_(i, d-1) is N[j - 1] of the order before.
+                if (j >= 1) v += (u - t[static_cast<size_t>(i)]) * reciprocal(i, d - 1) * N[static_cast<size_t>(j - 1)];
+                // Right term: N_(i+1, d-1) is N[j].
+                if (j < d - 1)
+                    v += (t[static_cast<size_t>(i + d)] - u) * reciprocal(i + 1, d - 1) * N[static_cast<size_t>(j)];
+                next[static_cast<size_t>(j)] = v;
+            }
+            std::copy(next.begin(), next.begin() + d, N.begin());
+        }
+        b.first[static_cast<size_t>(s)] = mu - k + 1;
+        std::copy(N.begin(), N.begin() + k, b.weight.begin() + static_cast<std::ptrdiff_t>(s * k));
+    }
+}
+
+const BasisTable& basisFor(int n, int k, int count) {
+    // The main curve and the doubled one share their table.
+    thread_local BasisTable cached;
+    if (cached.n != n || cached.k != k || cached.count != count) buildBasis(cached, n, k, count);
+    return cached;
+}
+
+}  // namespace
+
 void EvaluateBSpline(const FramePoints& controls, int order, int pointCount, FramePoints& out) {
     out.clear();
     if (controls.empty()) return;
@@ -22,62 +98,24 @@ void EvaluateBSpline(const FramePoints& controls, int order, int pointCount, Fra
         return;
     }
     const int k = std::clamp(order, 2, n + 1);
-    const int knots = n + k + 1;
-    std::vector<double> t(static_cast<size_t>(knots));
-    for (int i = 0; i < knots; ++i) t[static_cast<size_t>(i)] = i < k ? 0.0 : (i <= n ? i - k + 1.0 : n - k + 2.0);
-    const double tMax = n - k + 2.0;
-
-    // Only the k basis functions of the span holding t are non-zero; the
-    // recursion is run on that triangle alone, with the same zero-denominator
-    // rule as the full one.
-    std::vector<double> N(static_cast<size_t>(k + 1)), next(static_cast<size_t>(k + 1));
+    const BasisTable& b = basisFor(n, k, pointCount);
     for (int s = 0; s < pointCount; ++s) {
-        if (s == 0) {
-            out[0] = controls[0];
-            continue;
-        }
-        if (s == pointCount - 1) {
-            out[static_cast<size_t>(s)] = controls[static_cast<size_t>(n)];
-            continue;
-        }
-        const double u = tMax * s / (pointCount - 1);
-        int mu = -1;
-        for (int i = 0; i + 1 < knots; ++i)
-            if (t[static_cast<size_t>(i)] <= u && u < t[static_cast<size_t>(i + 1)]) mu = i;
         FramePoint p;
-        if (mu >= 0) {
-            // N[j] holds N_(mu - d + j, d) for the order d being built.
-            std::fill(N.begin(), N.end(), 0.0);
-            N[0] = 1.0;
-            for (int d = 2; d <= k; ++d) {
-                for (int j = 0; j < d; ++j) {
-                    const int i = mu - d + 1 + j;
-                    double v = 0;
-                    // Left term: N_(i, d-1) is N[j - 1] of the previous order.
-                    if (j >= 1) {
-                        const double den = t[static_cast<size_t>(i + d - 1)] - t[static_cast<size_t>(i)];
-                        if (den != 0) v += (u - t[static_cast<size_t>(i)]) / den * N[static_cast<size_t>(j - 1)];
-                    }
-                    // Right term: N_(i+1, d-1) is N[j].
-                    if (j < d - 1) {
-                        const double den = t[static_cast<size_t>(i + d)] - t[static_cast<size_t>(i + 1)];
-                        if (den != 0) v += (t[static_cast<size_t>(i + d)] - u) / den * N[static_cast<size_t>(j)];
-                    }
-                    next[static_cast<size_t>(j)] = v;
-                }
-                std::copy(next.begin(), next.begin() + d, N.begin());
-            }
+        const int first = b.first[static_cast<size_t>(s)];
+        if (first >= 0) {
+            const double* w = b.weight.data() + static_cast<size_t>(s * k);
+            const FramePoint* c = controls.data() + first;
             for (int j = 0; j < k; ++j) {
-                const int i = mu - k + 1 + j;
-                if (i < 0 || i > n) continue;
-                const double w = N[static_cast<size_t>(j)];
-                p.x += w * controls[static_cast<size_t>(i)].x;
-                p.y += w * controls[static_cast<size_t>(i)].y;
-                p.z += w * controls[static_cast<size_t>(i)].z;
+                p.x += w[j] * c[j].x;
+                p.y += w[j] * c[j].y;
+                p.z += w[j] * c[j].z;
             }
         }
         out[static_cast<size_t>(s)] = p;
     }
+    // The ends are copied, not summed: exact whatever the rounding.
+    out.front() = controls.front();
+    out.back() = controls.back();
 }
 
 FramePoints MirrorCurve(const FramePoints& curve, double axis) {

@@ -14,7 +14,7 @@ namespace tarvokin {
 
 namespace fs = std::filesystem;
 
-FileDialogSpec FileDialogByType(FileKind kind) {
+FileDialogChoice FileDialogByType(FileKind kind) {
     switch (kind) {
         case FileKind::Project: return {".CVB", "Fichier Projets"};
         case FileKind::Airfoil: return {".DAT", "Fichier Profil"};
@@ -50,9 +50,9 @@ void line(std::string& out, const FramePoint& p, double baseLine) {
     // The value goes on into a division in the cutting tools: a point on the
     // base line is taken one drawing pixel above it.
     if (y == 0) y = 1;
-    out += FrameNumber(p.x / kFrameUnitScale);
+    out += FrameNumber(p.x / FrameUnitScale);
     out += ' ';
-    out += FrameNumber(y / kFrameUnitScale);
+    out += FrameNumber(y / FrameUnitScale);
     out += '\n';
 }
 

@@ -12,15 +12,15 @@
 namespace tarvokin {
 
 // Drawing pixels for one unit of the outline file.
-inline constexpr double kFrameUnitScale = 52.389;
+inline constexpr double FrameUnitScale = 52.389;
 
 // The dialog kinds of the construction files: suggested extension and caption.
 enum class FileKind { Project, Airfoil, Fuselage, Cutting };
-struct FileDialogSpec {
+struct FileDialogChoice {
     std::string extension;  // ".CVB"
     std::string caption;    // "Fichier Projets"
 };
-FileDialogSpec FileDialogByType(FileKind kind);
+FileDialogChoice FileDialogByType(FileKind kind);
 // The text-file filters of the generic dialog, as (label, pattern) pairs, in order.
 std::vector<std::pair<std::string, std::string>> GenericFileFilters();
 // The picture filter of the frame generator.

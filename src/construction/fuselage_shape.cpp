@@ -218,7 +218,7 @@ FuselageFigures ComputeFuselageFigures(const Sheet& s) {
         const double dx = std::fabs(frames[i + 1].station - frames[i].station);
         volumeAhead += (sec[i].area + sec[i + 1].area) / 2 * dx;
     }
-    double length = s.num(F_GEO_FUS::b24) * ShapeFactors(s).length;
+    double length = cellNumber(s, F_GEO_FUS::b24) * ShapeFactors(s).length;
     if (!(length > 0)) length = std::fabs(frames.back().station - frames.front().station);
     if (!(largest > 0) || !(length > 0) || !(r.wetted > 0)) return r;
     r.neutralPoint = std::max(0.0, largestStation - volumeAhead / largest);

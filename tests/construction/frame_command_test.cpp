@@ -63,7 +63,7 @@ TEST(FrameCommand, WritesTheOutlineAsTheGeneratorDoes) {
     ASSERT_EQ(r.status, 0) << r.err;
     const std::string b = test::readBytes(h.path("b.txt"));
     EXPECT_EQ(lineCount(b), 56u);
-    EXPECT_NE(b.find(FrameNumber((480 - 120) / kFrameUnitScale)), std::string::npos);
+    EXPECT_NE(b.find(FrameNumber((480 - 120) / FrameUnitScale)), std::string::npos);
 }
 
 TEST(FrameCommand, BadProjectsAndUnwritableFolders) {

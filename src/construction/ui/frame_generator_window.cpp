@@ -51,9 +51,9 @@ Action mouseAction(const char* form, int kind, double x, double y, int button) {
     return a;
 }
 
-QString dialogFilter(const FileDialogSpec& spec) {
-    QStringList filters{QStringLiteral("%1 (*%2)").arg(QString::fromStdString(spec.caption),
-                                                        QString::fromStdString(spec.extension))};
+QString dialogFilter(const FileDialogChoice& choice) {
+    QStringList filters{QStringLiteral("%1 (*%2)").arg(QString::fromStdString(choice.caption),
+                                                        QString::fromStdString(choice.extension))};
     for (const auto& [label, pattern] : GenericFileFilters())
         filters << QStringLiteral("%1 (%2)").arg(QString::fromStdString(label), QString::fromStdString(pattern));
     return filters.join(QStringLiteral(";;"));
@@ -372,15 +372,15 @@ void FrameGeneratorWindow::toolbar(int index) {
     a.control = "pb1";
     a.index = index;
     if (index == 1 || index == 7 || index == 8) {
-        const FileDialogSpec spec = FileDialogByType(index == 1 ? FileKind::Airfoil : FileKind::Project);
-        const QString caption = QString::fromStdString(spec.caption);
-        const QString filter = index == 1 ? QStringLiteral("*.DAT") : dialogFilter(spec);
+        const FileDialogChoice choice = FileDialogByType(index == 1 ? FileKind::Airfoil : FileKind::Project);
+        const QString caption = QString::fromStdString(choice.caption);
+        const QString filter = index == 1 ? QStringLiteral("*.DAT") : dialogFilter(choice);
         const QString file = index == 8 ? QFileDialog::getOpenFileName(this, caption, {}, filter)
                                         : QFileDialog::getSaveFileName(this, caption, {}, filter);
         if (file.isEmpty()) return;
         std::string path = file.toStdString();
         // A project named without an extension gets its own, as an outline gets ".DAT".
-        if (index == 7 && path.find('.', path.find_last_of('/') + 1) == std::string::npos) path += spec.extension;
+        if (index == 7 && path.find('.', path.find_last_of('/') + 1) == std::string::npos) path += choice.extension;
         a.text = path;
     }
     bridge_.enter([&wb, a] { Perform(wb, a); });

@@ -26,6 +26,8 @@ enum class Form : uint8_t {
     F_STAB,
     F_STAB_VE,
     F_VLM,
+    Gen_Couples_2,
+    Gen_Couples_1,
 };
 
 const char* formName(Form f);

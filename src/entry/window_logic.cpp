@@ -7,6 +7,8 @@
 #include "entry/analysis_logic.h"
 #include "entry/design_logic.h"
 #include "entry/field_rules.h"
+#include "entry/frame_logic.h"
+#include "entry/fuselage_logic.h"
 #include "entry/main_window_logic.h"
 #include "entry/power_logic.h"
 #include "entry/preferences_logic.h"
@@ -45,6 +47,8 @@ void InstallWindowLogic(Workbench& wb) {
     installViewLogic(wb);
     installPreferencesLogic(wb);
     installVlmLogic(wb);
+    installFuselageLogic(wb);
+    installFrameLogic(wb);
 }
 
 }  // namespace tarvokin

@@ -24,7 +24,9 @@
 #include "airfoils/polar_lookup.h"
 #include "airfoils/ui/airfoil_window.h"
 #include "airfoils/xfoil_runner.h"
+#include "construction/ui/frame_generator_window.h"
 #include "design/ui/allongement_window.h"
+#include "design/ui/fuselage_drawing.h"
 #include "design/recalc.h"
 #include "design/ui/fuselage_panel.h"
 #include "design/ui/performance_window.h"
@@ -200,6 +202,7 @@ void MainWindow::buildPanelWindows() {
     // The lattice panel is opened from the design window's tabs and shows
     // itself by the Tag of button 29 (whose button is the wizard's).
     (new VlmWindow(wb_, bridge_))->setParent(this, Qt::Window);
+    addPanelWindow(button::FrameGenerator, new FrameGeneratorWindow(bridge_));
 }
 
 void MainWindow::buildCentre() {
@@ -431,7 +434,22 @@ void MainWindow::buildMenus() {
     QMenu* cnc = menuBar()->addMenu(QStringLiteral("&CNC"));
     cnc->setObjectName("IM_CNC");
     entry(cnc, "IM_GEN_Couples", QStringLiteral("&Génération des Couples"))->setProperty("button", 27);
-    entry(cnc, "IM_GEN_FUS", QStringLiteral("&Génération du Fuselage"));
+    // The fuselage's generation: its window opened on the drawing asked for.
+    QMenu* fusMenu = cnc->addMenu(QStringLiteral("&Génération du Fuselage"));
+    fusMenu->setObjectName("IM_GEN_FUS");
+    fusMenu->menuAction()->setObjectName("IM_GEN_FUS");
+    const std::pair<const char*, const char*> fusEntries[2] = {{"IM_GEN_FUS_ABOVE", "Vue &Dessus"},
+                                                               {"IM_GEN_FUS_SIDE", "Vue &Profil"}};
+    for (const auto& [name, caption] : fusEntries) {
+        const bool side = std::string_view(name) == "IM_GEN_FUS_SIDE";
+        connect(entry(fusMenu, name, QString::fromUtf8(caption), true), &QAction::triggered, this, [this, name, side] {
+            bridge_.enter([&] { Click(wb_, "F_Main", name); });
+            auto* panel = static_cast<FuselagePanel*>(designPanel(button::Fuselage));
+            QWidget* drawing = side ? static_cast<QWidget*>(panel->sideView()) : panel->topView();
+            designPlace_->ensureWidgetVisible(drawing);
+            drawing->setFocus();
+        });
+    }
 
     // The tail calculators write nothing to the project: plain windows, made
     // at first use and shown again by their entries.

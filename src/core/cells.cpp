@@ -24,6 +24,8 @@ const char* formName(Form f) {
         case Form::F_SERVOS: return "F_SERVOS";
         case Form::F_STAB: return "F_STAB";
         case Form::F_STAB_VE: return "F_STAB_VE";
+        case Form::Gen_Couples_2: return "Gen_Couples_2";
+        case Form::Gen_Couples_1: return "Gen_Couples_1";
     }
     return "";
 }
@@ -57,6 +59,8 @@ std::vector<CellDef> buildTable() {
     t[F_GEO_3::Option1[0].id].defaultText = "1";
     // The aspect-ratio panel opens on its first calculation variant.
     t[F_ALLONGEMENT::Option1[0].id].defaultText = "1";
+    // The frame generator shows its handles, axes and grid at start.
+    for (int i : {2, 5, 6}) t[Gen_Couples_2::pb1[i].id].defaultText = "1";
     return t;
 }
 

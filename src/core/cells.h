@@ -25,6 +25,8 @@ enum class Form : uint8_t {
     F_SERVOS,
     F_STAB,
     F_STAB_VE,
+    Gen_Couples_2,
+    Gen_Couples_1,
 };
 
 const char* formName(Form f);

@@ -7,6 +7,8 @@
 #include "entry/analysis_logic.h"
 #include "entry/design_logic.h"
 #include "entry/field_rules.h"
+#include "entry/frame_logic.h"
+#include "entry/fuselage_logic.h"
 #include "entry/main_window_logic.h"
 #include "entry/power_logic.h"
 #include "entry/preferences_logic.h"
@@ -43,6 +45,8 @@ void InstallWindowLogic(Workbench& wb) {
     installDesignLogic(wb);
     installViewLogic(wb);
     installPreferencesLogic(wb);
+    installFuselageLogic(wb);
+    installFrameLogic(wb);
 }
 
 }  // namespace tarvokin

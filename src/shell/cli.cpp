@@ -11,7 +11,9 @@
 #include "airfoils/polar_lookup.h"
 #include "airfoils/xfoil_runner.h"
 #include "entry/airfoil_choice.h"
+#include "construction/frame_files.h"
 #include "entry/entry_path.h"
+#include "entry/frame_logic.h"
 #include "design/performance.h"
 #include "core/profile_file.h"
 #include "entry/project_io.h"
@@ -38,8 +40,11 @@ const char* kUsage =
     "       tarvokin-cli compute-polar OUTLINE.DAT NAME RE [--out FILE.POL] [--home DIR]\n"
     "       tarvokin-cli plan PROJECT.MDL [--home DIR] [--view centrage|profil|dessus|face]\n"
     "                    [ENTRY]... [--svg FILE.SVG] [--dxf FILE.DXF]\n"
+    "       tarvokin-cli frame FILE.CVB --out FILE [--home DIR] [ENTRY]...\n"
     "  ENTRY, run in order as a user's at the window: --set FORM.FIELD=VALUE (typed, then Enter),\n"
-    "         --click FORM.CONTROL or FORM.CONTROL(I), --undo, --redo\n";
+    "         --click FORM.CONTROL or FORM.CONTROL(I) [with =TEXT for a chosen file], --undo, --redo,\n"
+    "         --press, --move, --release FORM.DRAWING=X,Y[,BUTTON] (the mouse on a drawing, in the\n"
+    "         drawing's units: millimetres on the fuselage views, drawing pixels on the frame)\n";
 
 // Solver runs report on stderr, so that stdout stays the command's answer.
 class StreamProgress : public Progress {
@@ -111,10 +116,12 @@ struct FieldsArgs {
     std::vector<int> open;
     // The user's entries in the order given: --set, --click, --undo, --redo.
     struct Entry {
-        enum Kind { Set, Click, Undo, Redo } kind;
+        enum Kind { Set, Click, Undo, Redo, Mouse } kind;
         std::string path, value;
+        Act act = Act::Click;
     };
     std::vector<Entry> entries;
+    std::string out;  // --out, the frame command's outline file
 };
 
 bool parseFieldsArgs(const std::vector<std::string>& a, FieldsArgs& out, std::string& error) {
@@ -154,11 +161,28 @@ bool parseFieldsArgs(const std::vector<std::string>& a, FieldsArgs& out, std::st
         } else if (s == "--click") {
             if (!next(v)) return false;
             Action probe;
-            if (!ParseControl(v, Act::Click, probe)) {
+            // A click may carry a text after "=": the file a dialog would give.
+            const size_t eq = v.find('=');
+            const std::string control = v.substr(0, eq);
+            if (!ParseControl(control, Act::Click, probe)) {
                 error = "--click attend FORM.CONTROL ou FORM.CONTROL(i) : " + v;
                 return false;
             }
-            out.entries.push_back({FieldsArgs::Entry::Click, v, {}});
+            out.entries.push_back(
+                {FieldsArgs::Entry::Click, control, eq == std::string::npos ? std::string() : v.substr(eq + 1)});
+        } else if (s == "--press" || s == "--move" || s == "--release") {
+            if (!next(v)) return false;
+            const size_t eq = v.find('=');
+            Action probe;
+            if (eq == std::string::npos || !ParseControl(v.substr(0, eq), Act::Press, probe)) {
+                error = s + " attend FORM.DESSIN=X,Y[,BOUTON] : " + v;
+                return false;
+            }
+            const Act act = s == "--press" ? Act::Press : (s == "--move" ? Act::Move : Act::Release);
+            out.entries.push_back({FieldsArgs::Entry::Mouse, v.substr(0, eq), v.substr(eq + 1), act});
+        } else if (s == "--out") {
+            if (!next(v)) return false;
+            out.out = v;
         } else if (s == "--undo") {
             out.entries.push_back({FieldsArgs::Entry::Undo, {}, {}});
         } else if (s == "--redo") {
@@ -196,11 +220,35 @@ int applyEntries(Workbench& wb, const FieldsArgs& fa, std::ostream& err) {
             case FieldsArgs::Entry::Click: {
                 Action a;
                 ParseControl(e.path, Act::Click, a);
+                a.text = e.value;
                 if (!wb.handlers.has(a.form, a.control, Act::Click)) {
                     err << "tarvokin-cli: commande inconnue : " << e.path << "\n";
                     return 2;
                 }
                 runGuarded(wb, [&] { Perform(wb, a); });
+                break;
+            }
+            case FieldsArgs::Entry::Mouse: {
+                Action a;
+                ParseControl(e.path, e.act, a);
+                if (!wb.handlers.has(a.form, a.control, e.act)) {
+                    err << "tarvokin-cli: dessin inconnu : " << e.path << "\n";
+                    return 2;
+                }
+                double v[3] = {0, 0, e.act == Act::Release ? 0.0 : 1.0};
+                std::string rest = e.value;
+                for (int i = 0; i < 3 && !rest.empty(); ++i) {
+                    const size_t comma = rest.find(',');
+                    if (!tryNumber(rest.substr(0, comma), v[i]) || !std::isfinite(v[i])) {
+                        err << "tarvokin-cli: position illisible : " << e.value << "\n";
+                        return 2;
+                    }
+                    rest = comma == std::string::npos ? std::string() : rest.substr(comma + 1);
+                }
+                a.x = v[0];
+                a.y = v[1];
+                a.button = static_cast<int>(v[2]);
+                runGuarded(wb, [&] { Mouse(wb, a); });
                 break;
             }
             case FieldsArgs::Entry::Undo: runGuarded(wb, [&] { Undo(wb); }); break;
@@ -257,7 +305,8 @@ int fieldsCommand(const std::vector<std::string>& args, const std::string& execu
                   std::ostream& err, LoadedOutput output = LoadedOutput::Fields) {
     FieldsArgs fa;
     std::string error;
-    if (!parseFieldsArgs(args, fa, error)) {
+    if (parseFieldsArgs(args, fa, error) && !fa.out.empty()) error = "argument inconnu : --out";
+    if (!error.empty()) {
         err << "tarvokin-cli: " << error << "\n" << kUsage;
         return 2;
     }
@@ -307,7 +356,8 @@ int planCommand(const std::vector<std::string>& args, const std::string& executa
     }
     FieldsArgs fa;
     std::string error;
-    if (!parseFieldsArgs(rest, fa, error)) {
+    if (parseFieldsArgs(rest, fa, error) && !fa.out.empty()) error = "argument inconnu : --out";
+    if (!error.empty()) {
         err << "tarvokin-cli: " << error << "\n" << kUsage;
         return 2;
     }
@@ -478,6 +528,41 @@ int computePolarCommand(const std::vector<std::string>& a, const std::string& ex
     return 0;
 }
 
+// The outline file of a frame project: the frame read as the generator reads
+// it, the user's entries applied, the outline written as the generator's
+// toolbar writes it.
+int frameCommand(const std::vector<std::string>& args, const std::string& executable, std::ostream& out,
+                 std::ostream& err) {
+    FieldsArgs fa;
+    std::string error;
+    if (!parseFieldsArgs(args, fa, error) || fa.out.empty()) {
+        err << "tarvokin-cli: " << (error.empty() ? "il manque --out FICHIER" : error) << "\n" << kUsage;
+        return 2;
+    }
+    fs::path home;
+    if (!homeFor(fa.home, executable, home, err)) return 1;
+    Workbench wb(home);
+    InstallWindowLogic(wb);
+    int status = 0;
+    reportMessagesTo(wb, err, status);
+    std::string warning;
+    if (!LoadFrameProject(wb.frame, fa.project, warning)) {
+        err << "tarvokin-cli: " << warning << "\n";
+        return 1;
+    }
+    // Missing values took their start values: said, and the outline still written.
+    if (!warning.empty()) err << "tarvokin-cli: " << warning << "\n";
+    CellsFromFrame(wb);
+    if (int st = applyEntries(wb, fa, err)) return st;
+    std::string written;
+    if (!SaveFrameOutline(wb.frame, fa.out, written, error)) {
+        err << "tarvokin-cli: " << error << "\n";
+        return 1;
+    }
+    out << written << "\n";
+    return status;
+}
+
 }  // namespace
 
 void printFields(const Workbench& wb, std::ostream& out) {
@@ -508,6 +593,7 @@ int runCli(const std::vector<std::string>& args, const std::string& executable, 
     if (args[0] == "cx") return cxCommand(args, executable, out, err);
     if (args[0] == "compute-polar") return computePolarCommand(args, executable, out, err);
     if (args[0] == "plan") return planCommand(args, executable, out, err);
+    if (args[0] == "frame") return frameCommand(args, executable, out, err);
     err << "tarvokin-cli: commande inconnue : " << args[0] << "\n" << kUsage;
     return 2;
 }

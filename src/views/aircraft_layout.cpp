@@ -84,6 +84,38 @@ double frameFactor(double station, double nose, double tailStart, double length)
 }  // namespace
 
 std::vector<FuselageFrame> FuselageFrames(const Sheet& s) {
+    std::vector<FuselageFrame> frames = FuselageFramesAsMarked(s);
+    const FuselageShapeFactors k = ShapeFactors(s);
+    if (k.neutral()) return frames;
+    for (FuselageFrame& f : frames) {
+        const double up = f.yCentre + f.height / 2, down = f.yCentre - f.height / 2;
+        const double u = up * k.upper * k.height, d = down * k.lower * k.height;
+        f.station *= k.length;
+        f.width *= k.width;
+        f.height = std::fabs(u - d);
+        f.yCentre = (u + d) / 2;
+    }
+    return frames;
+}
+
+FuselageShapeFactors ShapeFactors(const Sheet& s) {
+    // A factor below a tenth would fold the body onto itself: the sliders
+    // stop there, and a typed value is held to it.
+    auto factor = [&s](Cell c) {
+        double v = 0;
+        if (!tryNumber(s.text(c), v) || !std::isfinite(v)) return 1.0;
+        return std::clamp(v, 10.0, 300.0) / 100;
+    };
+    FuselageShapeFactors k;
+    k.width = factor(F_GEO_FUS::HScroll1);
+    k.length = factor(F_GEO_FUS::HScroll2);
+    k.upper = factor(F_GEO_FUS::VScroll1);
+    k.lower = factor(F_GEO_FUS::VScroll2);
+    k.height = factor(F_GEO_FUS::VScroll3);
+    return k;
+}
+
+std::vector<FuselageFrame> FuselageFramesAsMarked(const Sheet& s) {
     std::vector<FuselageFrame> frames;
     const double length = field(s, F_GEO_FUS::b24);
     if (!(length > 0)) return frames;

@@ -52,7 +52,19 @@ AircraftLayout LayoutAircraft(const Sheet& s);
 // sizes in mm) when any of them has a size; else frames placed by the rule of
 // a new model from the length, nose distance, root chord, width and height.
 // Empty when the length is not above 0.
+// The shape factors of the fuselage window (HScroll1, HScroll2, VScroll1,
+// VScroll2, VScroll3) are applied: width, stations, upper edges, lower edges
+// and whole height, each in percent.
 std::vector<FuselageFrame> FuselageFrames(const Sheet& s);
+// The same frames before the shape factors.
+std::vector<FuselageFrame> FuselageFramesAsMarked(const Sheet& s);
+
+// The shape factors as multipliers, each held within 0.1..3.
+struct FuselageShapeFactors {
+    double width = 1, length = 1, upper = 1, lower = 1, height = 1;
+    bool neutral() const { return width == 1 && length == 1 && upper == 1 && lower == 1 && height == 1; }
+};
+FuselageShapeFactors ShapeFactors(const Sheet& s);
 
 // The count of ticked part boxes that decides whether the 3D view places the
 // parts on the fuselage: each of F_3D.Check1 1, 2 and 3 ("aile D", "Stab",

@@ -232,10 +232,13 @@ void BuildFuselageMesh(Workbench& wb) {
     if (frames.size() < 2) return;
     const OutlinePoints section = FuselageSection(s);
     const EngineColour colour = sampleColour(s, F_3D::T_Fus);
+    // The kind of body: an open tube (a pod whose ends take other parts),
+    // a closed nose, or "Complète", closed at both ends.
+    const bool tube = s.on(F_GEO_FUS::Option1), noseOnly = !tube && s.on(F_GEO_FUS::Option2);
     for (size_t i = 0; i + 1 < frames.size() && i < p.MeshFuselage.size(); ++i) {
         std::vector<BodyStation> stations;
         for (const FuselageFrame& f : {frames[i], frames[i + 1]}) stations.push_back({f.station, f.width, f.height, f.yCentre});
-        SkinMesh skin = BuildBodySkin(section, stations, i == 0, i + 2 == frames.size());
+        SkinMesh skin = BuildBodySkin(section, stations, !tube && i == 0, !tube && !noseOnly && i + 2 == frames.size());
         // The body is lofted along its own z: turned so that it runs along
         // x from the nose, its width across the span.
         for (MeshPoint& v : skin.vertices) v = {v.z, v.y, -v.x};

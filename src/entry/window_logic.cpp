@@ -13,6 +13,7 @@
 #include "entry/power_logic.h"
 #include "entry/preferences_logic.h"
 #include "entry/view_logic.h"
+#include "entry/workbook_logic.h"
 #include "power/motorisation.h"
 #include "power/power_fields.h"
 
@@ -47,6 +48,7 @@ void InstallWindowLogic(Workbench& wb) {
     installPreferencesLogic(wb);
     installFuselageLogic(wb);
     installFrameLogic(wb);
+    installWorkbookLogic(wb);
 }
 
 }  // namespace tarvokin

@@ -26,6 +26,8 @@ const char* formName(Form f) {
         case Form::F_STAB_VE: return "F_STAB_VE";
         case Form::Gen_Couples_2: return "Gen_Couples_2";
         case Form::Gen_Couples_1: return "Gen_Couples_1";
+        case Form::F_WIZZARD: return "F_WIZZARD";
+        case Form::F_CONVERT: return "F_CONVERT";
     }
     return "";
 }

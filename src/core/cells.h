@@ -27,6 +27,8 @@ enum class Form : uint8_t {
     F_STAB_VE,
     Gen_Couples_2,
     Gen_Couples_1,
+    F_WIZZARD,
+    F_CONVERT,
 };
 
 const char* formName(Form f);

@@ -530,6 +530,37 @@ int importCommand(std::vector<std::string> args, const std::string& executable, 
     return status;
 }
 
+// A new model from the wizard's defaults and the figures set: its path, then
+// the fields of the project as loaded.
+int newModelCommand(std::vector<std::string> args, const std::string& executable, std::ostream& out,
+                    std::ostream& err) {
+    // The wizard needs no project: a stand-in fills the parser's place.
+    args.insert(args.begin() + 1, "(assistant)");
+    FieldsArgs fa;
+    std::string error;
+    if (parseFieldsArgs(args, fa, error) && (!fa.out.empty() || !fa.open.empty()))
+        error = "new-model n'accepte que --home et --set";
+    if (error.empty() && fa.project != "(assistant)") error = "argument inconnu : " + fa.project;
+    if (!error.empty()) {
+        err << "tarvokin-cli: " << error << "\n" << kUsage;
+        return 2;
+    }
+    fs::path home;
+    if (!homeFor(fa.home, executable, home, err)) return 1;
+    Workbench wb(home);
+    InstallWindowLogic(wb);
+    int status = 0;
+    reportMessagesTo(wb, err, status);
+    ReadSettingsAndCatalogue(wb);
+    if (int st = applyEntries(wb, fa, err)) return st;
+    if (!runGuarded(wb, [&] { Click(wb, "F_WIZZARD", "Command1"); })) return 1;
+    if (status) return status;
+    fillSlots(wb, err);
+    out << "ProjectFilePath=" << wb.projectFilePath << "\n";
+    printFields(wb, out);
+    return status;
+}
+
 int polarCommand(const std::vector<std::string>& a, std::ostream& out, std::ostream& err) {
     std::string file;
     std::optional<int> index;
@@ -704,6 +735,10 @@ void printFields(const Workbench& wb, std::ostream& out) {
     lines.reserve(kCellCount + 32);
     for (uint16_t i = 0; i < kCellCount; ++i) {
         Cell c{i};
+        // The tool windows hold no part of the design: the dump stays that of
+        // the project.
+        const Form form = cellTable()[i].form;
+        if (form == Form::F_WIZZARD || form == Form::F_CONVERT) continue;
         std::string path = cellPath(c);
         lines.push_back(path + "=" + wb.sheet.text(c));
         if (wb.sheet.isList(c)) {
@@ -729,6 +764,7 @@ int runCli(const std::vector<std::string>& args, const std::string& executable, 
     if (args[0] == "plan") return planCommand(args, executable, out, err);
     if (args[0] == "frame") return frameCommand(args, executable, out, err);
     if (args[0] == "report") return reportCommand(args, executable, out, err);
+    if (args[0] == "new-model") return newModelCommand(args, executable, out, err);
     if (args[0] == "export") return exportCommand(args, executable, out, err);
     if (args[0] == "import") return importCommand(args, executable, out, err);
     err << "tarvokin-cli: commande inconnue : " << args[0] << "\n" << kUsage;

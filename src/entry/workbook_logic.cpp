@@ -4,6 +4,7 @@
 
 #include "core/numbers.h"
 #include "core/workbench.h"
+#include "entry/entry_path.h"
 #include "entry/project_io.h"
 #include "project/workbook.h"
 
@@ -23,6 +24,8 @@ void ImportWorkbookCommand(Workbench& wb, const std::string& file) {
     std::optional<ProfileDocument> doc;
     if (book) doc = ImportedDocument(wb, *book, error);
     if (!doc) throw RunError(13, "Classeur refusé (" + file + ") : " + error);
+    // Brought back like a project opened: its history starts with it.
+    ClearHistory(wb);
     LoadProjectDocument(wb, *doc);
 }
 

@@ -12,7 +12,7 @@ class Workbench;
 void ExportWorkbookCommand(Workbench& wb, const std::string& file);
 
 // Brings a workbook's values into the design and recalculates as a load
-// does. A workbook that is not ours, or damaged, throws RunError before
+// does; like a project opened, the history starts again. A workbook that is not ours, or damaged, throws RunError before
 // any field changes.
 void ImportWorkbookCommand(Workbench& wb, const std::string& file);
 

@@ -75,6 +75,39 @@ double NewModelStation(int marker, double nose, double rootChord, double length)
     }
 }
 
+Plan WizardPreview(const Sheet& s) {
+    using namespace F_WIZZARD;
+    Plan plan;
+    plan.title = "Wizzard";
+    const double nose = s.val(Text20), chord = s.val(Text15), tip = s.val(Text16), sweep = s.val(Text17);
+    const double span = s.val(Text19), w = s.val(Text12) / 2, tail = s.val(Text10) - nose;
+    const Rgb ink{0, 0, 0}, wing{40, 90, 200}, stab{30, 140, 60}, body{120, 120, 120};
+    auto mirrored = [&](const char* kind, std::vector<PlanPoint> half, Rgb colour) {
+        // One side as given, the other mirrored back along it: one closed outline.
+        std::vector<PlanPoint> all = half;
+        for (auto it = half.rbegin(); it != half.rend(); ++it) all.push_back({-it->x, it->y});
+        plan.polylines.push_back({PlanLayer::Outline, kind, std::move(all), true, colour, false});
+    };
+    // Fuselage: the nose by fixed ratios, then a taper to the tail.
+    std::vector<PlanPoint> f = {{0, -nose},        {0.4 * w, -0.9 * nose}, {0.55 * w, -0.8 * nose},
+                                {0.8 * w, -0.6 * nose}, {0.97 * w, -0.3 * nose}, {w, 0}, {w, chord / 2}};
+    if (tail > chord / 2) {
+        for (int k = 1; k <= 5; ++k) {
+            const double t = k / 5.0;
+            const double y = chord / 2 + t * (0.98 * tail - chord / 2);
+            f.push_back({w * (1 - 0.75 * t), y});
+        }
+    }
+    f.push_back({0, tail});
+    mirrored("Fuselage", f, body);
+    mirrored("Aile", {{0, 0}, {span, sweep}, {span, sweep + tip}, {0, chord}}, wing);
+    const double lever = s.val(Text6), sRoot = s.val(Text2), sTip = s.val(Text3), sSweep = s.val(Text4);
+    const double sSpan = s.val(Text5);
+    mirrored("Stab", {{0, lever}, {sSpan, lever + sSweep}, {sSpan, lever + sSweep + sTip}, {0, lever + sRoot}}, stab);
+    plan.segments.push_back({PlanLayer::Mark, "Derive", {0, lever}, {0, lever + s.val(Text7)}, ink, false});
+    return plan;
+}
+
 void PlaceNewModelFrames(Sheet& s) {
     using namespace F_WIZZARD;
     const double nose = s.val(Text20), chord = s.val(Text15), length = s.val(Text10);

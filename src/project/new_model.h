@@ -6,6 +6,8 @@
 
 #include <string>
 
+#include "views/plan.h"
+
 namespace tarvokin {
 
 class Sheet;
@@ -27,5 +29,11 @@ void PlaceNewModelFrames(Sheet& s);
 // The station of each of the eight markers, for a nose distance, root chord
 // and length.
 double NewModelStation(int marker, double nose, double rootChord, double length);
+
+// The wizard's preview: the model seen from above in millimetres, x across
+// (span), y along the fuselage from the wing's leading edge, the nose at
+// -Text20. A sketch: wing, stabiliser and fin as plain outlines, the fuselage
+// through fixed ratios of its width.
+Plan WizardPreview(const Sheet& s);
 
 }  // namespace tarvokin

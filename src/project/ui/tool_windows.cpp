@@ -166,8 +166,9 @@ AboutDialog::AboutDialog(QWidget* parent) : QDialog(parent) {
         "<li><b>XFOIL</b> de Mark Drela et Harold Youngren (MIT), licence GNU GPL, programme externe appelé "
         "pour les polaires.</li>"
         "<li><b>zlib</b> de Jean-loup Gailly et Mark Adler : compression des classeurs, licence zlib.</li>"
-        "<li><b>Profils</b> : coordonnées des profils publiés (UIUC Airfoil Coordinates Database et auteurs "
-        "des profils), polaires calculées par XFOIL pour ce programme.</li>"
+        "<li><b>Profils</b> : les douze profils livrés (Selig, Eppler, Drela, Wortmann, Clark Y...) sont des "
+        "profils publiés par leurs auteurs ; leurs polaires ont été calculées par XFOIL pour ce programme "
+        "(<code>scripts/compute-shipped-polars.sh</code>).</li>"
         "<li><b>Moteurs</b> : <code>DATA/MOTEURS.CSV</code> d'après le script de données "
         "<code>Tucano/dados_motores.m</code> du dépôt public daanrsantiago/tucanus (2018), caractéristiques "
         "publiées par les fabricants AXI, Scorpion et Emax.</li></ul>"));

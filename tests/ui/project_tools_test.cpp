@@ -91,6 +91,8 @@ private slots:
         QCOMPARE(f.wb.sheet.text(F_3D::T_NOM_Modele), std::string("NOUVEAU"));
         QCOMPARE(f.wb.sheet.text(F_GEO_SF::b7), std::string("800"));
         QVERIFY(!f.wb.history.canUndo());
+        QVERIFY(f.window->toolbarButton(button::Wizard)->isEnabled());
+        QVERIFY(f.window->toolbarButton(button::New)->isEnabled());
     }
 
     void chartAndConverterOpenFromTheToolbar() {

@@ -489,6 +489,9 @@ void MainWindow::buildProjectTools() {
     auto menuAction = [this](const char* name) { return menuBar()->findChild<QAction*>(QString::fromLatin1(name)); };
     connect(enable(toolbarButton(button::New)), &QAction::triggered, this, &MainWindow::newModel);
     connect(enable(menuAction("IM_NEW_PROJ")), &QAction::triggered, this, &MainWindow::newModel);
+    // "Wizzard" opens the same window; its Tag belongs to the vortex-lattice
+    // panel and is left alone.
+    connect(enable(toolbarButton(button::Wizard)), &QAction::triggered, this, &MainWindow::newModel);
     connect(enable(toolbarButton(button::Report)), &QAction::triggered, this, [this] {
         EndEntry(wb_);
         bridge_.enter([this] { Click(wb_, "F_Main", "Toolbar2", button::Report); });

@@ -6,6 +6,7 @@
 #include <QImage>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTreeWidget>
 #include <QtTest>
 #include <set>
 
@@ -112,12 +113,22 @@ private slots:
         QTest::keyClicks(value, QStringLiteral("10"));
         QTest::keyClick(value, Qt::Key_Return);
         QCOMPARE(f.wb.sheet.text(F_CONVERT::L_Result), std::string("1"));  // 10 mm = 1 cm
+        // The navigator names each window's fields; a double-click asks for the window at its field.
+        QString askedForm, askedField;
+        ui::NavigatorWindow nav([&](const QString& form, const QString& field) {
+            askedForm = form;
+            askedField = field;
+        });
+        const auto found = nav.tree()->findItems(QStringLiteral("b5"), Qt::MatchExactly | Qt::MatchRecursive);
+        QVERIFY(!found.isEmpty());
+        emit nav.tree()->itemDoubleClicked(found.front(), 0);
+        QVERIFY(!askedForm.isEmpty());
+        QCOMPARE(askedField, QStringLiteral("b5"));
         if (qEnvironmentVariableIsSet("TARVOKIN_SHOTS")) {
             chart->grab().save(qEnvironmentVariable("TARVOKIN_SHOTS") + "/chart.png");
             conv->grab().save(qEnvironmentVariable("TARVOKIN_SHOTS") + "/convert.png");
             ui::AboutDialog about;
             about.grab().save(qEnvironmentVariable("TARVOKIN_SHOTS") + "/about.png");
-            ui::NavigatorWindow nav([](const QString&, const QString&) {});
             nav.grab().save(qEnvironmentVariable("TARVOKIN_SHOTS") + "/nav.png");
         }
     }

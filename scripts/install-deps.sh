@@ -7,6 +7,7 @@ PACKAGES=(
   qt6-base-dev qt6-charts-dev qt6-svg-dev libqt6opengl6-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   xfoil xvfb xauth xfonts-base fonts-dejavu-core
+  zlib1g-dev
 )
 
 missing=()

@@ -27,6 +27,8 @@ const char* formName(Form f) {
         case Form::F_VLM: return "F_VLM";
         case Form::Gen_Couples_2: return "Gen_Couples_2";
         case Form::Gen_Couples_1: return "Gen_Couples_1";
+        case Form::F_WIZZARD: return "F_WIZZARD";
+        case Form::F_CONVERT: return "F_CONVERT";
     }
     return "";
 }

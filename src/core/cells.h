@@ -28,6 +28,8 @@ enum class Form : uint8_t {
     F_VLM,
     Gen_Couples_2,
     Gen_Couples_1,
+    F_WIZZARD,
+    F_CONVERT,
 };
 
 const char* formName(Form f);

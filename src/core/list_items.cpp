@@ -5,6 +5,15 @@ namespace tarvokin {
 const std::vector<FixedList>& fixedLists() {
     static const std::vector<FixedList> lists = {
         {F_GEO_STAB::b21, {"180", "120", "115", "110", "105", "100", "95", "90"}},
+        {F_WIZZARD::b21, {"180", "120", "115", "110", "105", "100", "95", "90"}},
+        // Wing height on the fuselage: high, middle, low.
+        {F_WIZZARD::Combo1, {"Haute", "Médiane", "Basse"}},
+        {F_WIZZARD::Combo2, {"Base", "Haut", "Milieu"}},
+        {F_WIZZARD::Combo3, {"Caisse", "Arrondi"}},
+        {F_CONVERT::Combo1,
+         {"Longueur", "Surface", "Masse", "Vitesse", "Charge alaire", "Puissance"}},
+        {F_CONVERT::Combo2, {"mm", "cm", "m", "in", "ft"}},
+        {F_CONVERT::Combo3, {"mm", "cm", "m", "in", "ft"}},
         // Stabiliser section: positions 0-1 thin (Cx 0.010), 2-3 medium (0.015),
         // 4 thick (0.020); the cambered ones (1, 3) are set 1.5 degrees apart.
         {F_3D::Combo7,

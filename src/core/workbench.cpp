@@ -1,5 +1,7 @@
 #include "core/workbench.h"
 
+#include "core/text_case.h"
+
 #include <utility>
 
 
@@ -21,6 +23,14 @@ void Workbench::fillAirfoilLists() {
     std::vector<std::string> names = catalogue.names();
     sheet.setItems(F_3D::Combo5, names);
     for (int i = 0; i < 3; ++i) sheet.setItems(F_PROFILS::CB_1[i], names);
+    // The wizard proposes the SD7080 while the modeller has chosen nothing.
+    const std::string wizardChoice = sheet.text(F_WIZZARD::CB_1);
+    sheet.setItems(F_WIZZARD::CB_1, names);
+    if (wizardChoice.empty()) {
+        for (size_t i = 0; i < names.size(); ++i) {
+            if (upperCase(names[i]) == "SD7080") sheet.setListIndex(F_WIZZARD::CB_1, static_cast<int>(i));
+        }
+    }
     sheet.setItems(F_PREFER::Combo1, std::move(names));
 }
 

@@ -27,7 +27,7 @@ namespace button {
 constexpr int New = 2, Open = 3, Save = 4, Base = 6, View3D = 7, Profils = 8, TestPol = 9, Wing = 10,
               Fuselage = 11, Stab = 12, Reglages = 13, Aero = 14, View2D = 15, Performances = 17,
               Allongement = 18, CalcMot = 19, Motorisation = 20, Servos = 21, Wizard = 29, CloseAll = 30,
-              Report = 32, FrameGenerator = 27;
+              Report = 32, FrameGenerator = 27, Converter = 23, Calculator = 24, Export = 33;
 }
 
 constexpr const char* kUnknownModel = "Modèle inconnu";
@@ -91,6 +91,17 @@ public:
     std::function<bool(const std::string& text)> askUser;
     // The short warning sound of a calculation that gives up (a singular matrix).
     std::function<void()> beep;
+
+    // What only a screen can do, set by the program that has one. The
+    // pictures of the report: source 0 the 3D view, 1 the global chart, 2 a
+    // performance chart, 3 an aspect-ratio chart (index: the chart of its
+    // window), drawn into `file` as PNG; false when it could not be drawn.
+    std::function<bool(Workbench& wb, int source, int index, const std::filesystem::path& file)> paintPicture;
+    // A document or folder given to the desktop's default handler (browser,
+    // spreadsheet); false when there is none.
+    std::function<bool(const std::string& path)> openDocument;
+    // A plain notice (a path written, a result): not an error.
+    std::function<void(const std::string& text)> showNotice;
 
     // Puts the catalogue's names into the airfoil lists (Combo5, CB_1, F_PREFER.Combo1).
     void fillAirfoilLists();

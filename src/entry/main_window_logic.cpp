@@ -2,6 +2,8 @@
 
 #include "core/workbench.h"
 #include "entry/entry_path.h"
+#include "entry/report_logic.h"
+#include "entry/workbook_logic.h"
 #include "entry/session.h"
 
 namespace tarvokin {
@@ -13,6 +15,10 @@ void installMainWindowLogic(Workbench& wb) {
             CloseAllPanels(w);
         else if (a.index == button::Save)
             SaveCurrentProject(w);
+        else if (a.index == button::Report)
+            ReportCommand(w);
+        else if (a.index == button::Export)
+            ExportWorkbookCommand(w, a.text);
         else
             TogglePanel(w, a.index);
     });

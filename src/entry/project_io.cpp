@@ -66,9 +66,7 @@ private:
     bool done_ = false;
 };
 
-}  // namespace
-
-void LoadProject(Workbench& wb) {
+void loadProject(Workbench& wb, const ProfileDocument* given) {
     Sheet& s = wb.sheet;
     LoadState state(wb);
 
@@ -83,7 +81,7 @@ void LoadProject(Workbench& wb) {
 
     // 2. A bare file name lies in the program's folder.
     wb.projectFilePath = completedPath(wb, wb.projectFilePath);
-    const ProfileDocument doc = ProfileDocument::load(wb.projectFilePath);
+    const ProfileDocument doc = given ? *given : ProfileDocument::load(wb.projectFilePath);
 
     // 3. Only a file with a model name is a project.
     const std::string name = doc.get("Modele", "Nom", kUnknownModel);
@@ -132,6 +130,12 @@ void LoadProject(Workbench& wb) {
     //     leaves the slot empty, the start-up check reports it.
     ReadProjectKeys(s, doc, KeyGroup::AirfoilSlots);
 }
+
+}  // namespace
+
+void LoadProject(Workbench& wb) { loadProject(wb, nullptr); }
+
+void LoadProjectDocument(Workbench& wb, const ProfileDocument& doc) { loadProject(wb, &doc); }
 
 bool SaveProject(Workbench& wb) {
     const Sheet& s = wb.sheet;

@@ -14,6 +14,8 @@
 #include "entry/preferences_logic.h"
 #include "entry/view_logic.h"
 #include "entry/vlm_logic.h"
+#include "entry/workbook_logic.h"
+#include "entry/wizard_logic.h"
 #include "power/motorisation.h"
 #include "power/power_fields.h"
 
@@ -49,6 +51,8 @@ void InstallWindowLogic(Workbench& wb) {
     installVlmLogic(wb);
     installFuselageLogic(wb);
     installFrameLogic(wb);
+    installWorkbookLogic(wb);
+    installWizardLogic(wb);
 }
 
 }  // namespace tarvokin

@@ -352,4 +352,13 @@ void WriteProjectKeys(const Sheet& s, ProfileDocument& doc) {
     }
 }
 
+std::vector<ProjectKeyInfo> ProjectKeyList() {
+    std::vector<ProjectKeyInfo> out;
+    for (const ProjectKey& k : projectKeys()) {
+        if (!k.read || !k.write) continue;
+        out.push_back({k.section, k.writeKey, k.key, k.cell, k.kind == Kind::Result});
+    }
+    return out;
+}
+
 }  // namespace tarvokin

@@ -5,6 +5,9 @@
 #pragma once
 
 #include <string>
+#include <vector>
+
+#include "core/cells.h"
 
 namespace tarvokin {
 
@@ -21,6 +24,16 @@ void ReadProjectKeys(Sheet& s, const ProfileDocument& doc, KeyGroup group);
 // Every written key into doc; the airfoil slots only once the airfoil panel
 // has filled them.
 void WriteProjectKeys(const Sheet& s, ProfileDocument& doc);
+
+// The keys that a project file both holds and gives back, in file order:
+// section, key as written and as read, its cell, and whether the value is
+// computed (written for other readers, recomputed on load).
+struct ProjectKeyInfo {
+    std::string section, key, readKey;
+    Cell cell;
+    bool computed = false;
+};
+std::vector<ProjectKeyInfo> ProjectKeyList();
 
 // A project named without its folder lies in the program's folder; so does a
 // relative path.

@@ -26,12 +26,19 @@
 #include "views/plan.h"
 #include "views/plan_export.h"
 #include "entry/window_logic.h"
+#include "entry/report_logic.h"
+#include "entry/workbook_logic.h"
 
 namespace tarvokin {
 
 namespace fs = std::filesystem;
 
 namespace {
+
+std::function<void(Workbench&)>& screenHooks() {
+    static std::function<void(Workbench&)> hooks;
+    return hooks;
+}
 
 const char* kUsage =
     "usage: tarvokin-cli fields PROJECT.MDL [--home DIR] [--open N]... [ENTRY]...\n"
@@ -43,6 +50,10 @@ const char* kUsage =
     "       tarvokin-cli plan PROJECT.MDL [--home DIR] [--view centrage|profil|dessus|face]\n"
     "                    [ENTRY]... [--svg FILE.SVG] [--dxf FILE.DXF]\n"
     "       tarvokin-cli frame FILE.CVB --out FILE [--home DIR] [ENTRY]...\n"
+    "       tarvokin-cli report PROJECT.MDL [--home DIR] [--open N]... [ENTRY]...\n"
+    "       tarvokin-cli new-model [--home DIR] [--set F_WIZZARD.FIELD=VALUE]...\n"
+    "       tarvokin-cli export PROJECT.MDL --xlsx FILE.xlsx [--home DIR] [ENTRY]...\n"
+    "       tarvokin-cli import FILE.xlsx --into PROJECT.MDL [--home DIR]\n"
     "  ENTRY, run in order as a user's at the window: --set FORM.FIELD=VALUE (typed, then Enter),\n"
     "         --click FORM.CONTROL or FORM.CONTROL(I) [with =TEXT for a chosen file], --undo, --redo,\n"
     "         --press, --move, --release FORM.DRAWING=X,Y[,BUTTON] (the mouse on a drawing, in the\n"
@@ -457,6 +468,158 @@ int planCommand(const std::vector<std::string>& args, const std::string& executa
     return status;
 }
 
+// The report of a project: the page and its ten pictures in MODELES of the
+// program's folder, the page's path on stdout.
+int reportCommand(const std::vector<std::string>& args, const std::string& executable, std::ostream& out,
+                  std::ostream& err) {
+    FieldsArgs fa;
+    std::string error;
+    if (parseFieldsArgs(args, fa, error) && !fa.out.empty()) error = "argument inconnu : --out";
+    if (!error.empty()) {
+        err << "tarvokin-cli: " << error << "\n" << kUsage;
+        return 2;
+    }
+    fs::path home;
+    if (!homeFor(fa.home, executable, home, err)) return 1;
+    Workbench wb(home);
+    InstallWindowLogic(wb);
+    if (screenHooks()) screenHooks()(wb);
+    int status = 0;
+    reportMessagesTo(wb, err, status);
+    for (int n : fa.open) wb.setOpen(n, true);
+    if (int st = loadForCommand(wb, fa.project, err)) return st;
+    fillSlots(wb, err);
+    for (int n : fa.open) {
+        wb.setOpen(n, true);
+        runGuarded(wb, [&wb, n] { PanelOpened(wb, n); });
+    }
+    if (int st = applyEntries(wb, fa, err)) return st;
+    std::string page;
+    if (!runGuarded(wb, [&] { page = WriteReport(wb); })) return 1;
+    out << page << "\n";
+    return status;
+}
+
+// Pulls "--NAME VALUE" out of the arguments; false when it is missing.
+bool takeOption(std::vector<std::string>& args, const std::string& name, std::string& value) {
+    for (size_t i = 1; i + 1 < args.size(); ++i) {
+        if (args[i] == name) {
+            value = args[i + 1];
+            args.erase(args.begin() + static_cast<long>(i), args.begin() + static_cast<long>(i) + 2);
+            return true;
+        }
+    }
+    return false;
+}
+
+// The project, after its load and the entries, as a workbook.
+int exportCommand(std::vector<std::string> args, const std::string& executable, std::ostream& out,
+                  std::ostream& err) {
+    std::string file;
+    FieldsArgs fa;
+    std::string error;
+    if (!takeOption(args, "--xlsx", file)) error = "il manque --xlsx FICHIER";
+    else if (parseFieldsArgs(args, fa, error) && !fa.out.empty()) error = "argument inconnu : --out";
+    if (!error.empty()) {
+        err << "tarvokin-cli: " << error << "\n" << kUsage;
+        return 2;
+    }
+    fs::path home;
+    if (!homeFor(fa.home, executable, home, err)) return 1;
+    Workbench wb(home);
+    InstallWindowLogic(wb);
+    int status = 0;
+    reportMessagesTo(wb, err, status);
+    if (int st = loadForCommand(wb, fa.project, err)) return st;
+    fillSlots(wb, err);
+    if (int st = applyEntries(wb, fa, err)) return st;
+    // The speed polars of the workbook are those of the performance window.
+    runGuarded(wb, [&] { Courbes_Performances(wb); });
+    std::error_code ec;
+    const std::string target = fs::absolute(file, ec).string();
+    if (!runGuarded(wb, [&] { ExportWorkbookCommand(wb, target); })) return 1;
+    out << target << "\n";
+    return status;
+}
+
+// A workbook's values into a project file: the project is loaded, takes the
+// values, is recalculated and saved; the fields are printed as `fields` does.
+int importCommand(std::vector<std::string> args, const std::string& executable, std::ostream& out,
+                  std::ostream& err) {
+    std::string project;
+    FieldsArgs fa;
+    std::string error;
+    if (!takeOption(args, "--into", project)) {
+        error = "il manque --into PROJET.MDL";
+    } else {
+        // The workbook stands where the project would: swap them for the parser.
+        std::vector<std::string> rest{args[0], project};
+        std::string book;
+        for (size_t i = 1; i < args.size(); ++i) {
+            if (book.empty() && !args[i].empty() && args[i][0] != '-') book = args[i];
+            else rest.push_back(args[i]);
+        }
+        if (book.empty()) error = "il manque le classeur";
+        else if (parseFieldsArgs(rest, fa, error) && (!fa.out.empty() || !fa.entries.empty() || !fa.open.empty()))
+            error = "import n'accepte que --home et --into";
+        fa.out = book;
+    }
+    if (!error.empty()) {
+        err << "tarvokin-cli: " << error << "\n" << kUsage;
+        return 2;
+    }
+    fs::path home;
+    if (!homeFor(fa.home, executable, home, err)) return 1;
+    Workbench wb(home);
+    InstallWindowLogic(wb);
+    int status = 0;
+    reportMessagesTo(wb, err, status);
+    if (int st = loadForCommand(wb, fa.project, err)) return st;
+    std::error_code ec;
+    const std::string book = fs::absolute(fa.out, ec).string();
+    if (!runGuarded(wb, [&] { ImportWorkbookCommand(wb, book); })) return 1;
+    fillSlots(wb, err);
+    // The airfoils the workbook names are the design's now: written too.
+    const std::string chosen = wb.sheet.text(F_Main::T_profils);
+    wb.sheet.set(F_Main::T_profils, "1");
+    const bool saved = runGuarded(wb, [&] { SaveProject(wb); });
+    wb.sheet.set(F_Main::T_profils, chosen);
+    if (!saved) return 1;
+    printFields(wb, out);
+    return status;
+}
+
+// A new model from the wizard's defaults and the figures set: its path, then
+// the fields of the project as loaded.
+int newModelCommand(std::vector<std::string> args, const std::string& executable, std::ostream& out,
+                    std::ostream& err) {
+    // The wizard needs no project: a stand-in fills the parser's place.
+    args.insert(args.begin() + 1, "(assistant)");
+    FieldsArgs fa;
+    std::string error;
+    if (parseFieldsArgs(args, fa, error) && (!fa.out.empty() || !fa.open.empty()))
+        error = "new-model n'accepte que --home et --set";
+    if (error.empty() && fa.project != "(assistant)") error = "argument inconnu : " + fa.project;
+    if (!error.empty()) {
+        err << "tarvokin-cli: " << error << "\n" << kUsage;
+        return 2;
+    }
+    fs::path home;
+    if (!homeFor(fa.home, executable, home, err)) return 1;
+    Workbench wb(home);
+    InstallWindowLogic(wb);
+    int status = 0;
+    reportMessagesTo(wb, err, status);
+    ReadSettingsAndCatalogue(wb);
+    if (int st = applyEntries(wb, fa, err)) return st;
+    if (!runGuarded(wb, [&] { Click(wb, "F_WIZZARD", "Command1"); })) return 1;
+    if (status) return status;
+    fillSlots(wb, err);
+    out << "ProjectFilePath=" << wb.projectFilePath << "\n";
+    printFields(wb, out);
+    return status;
+}
+
 int polarCommand(const std::vector<std::string>& a, std::ostream& out, std::ostream& err) {
     std::string file;
     std::optional<int> index;
@@ -626,11 +789,17 @@ int frameCommand(const std::vector<std::string>& args, const std::string& execut
 
 }  // namespace
 
+void SetScreenHooks(std::function<void(Workbench&)> install) { screenHooks() = std::move(install); }
+
 void printFields(const Workbench& wb, std::ostream& out) {
     std::vector<std::string> lines;
     lines.reserve(kCellCount + 32);
     for (uint16_t i = 0; i < kCellCount; ++i) {
         Cell c{i};
+        // The tool windows hold no part of the design: the dump stays that of
+        // the project.
+        const Form form = cellTable()[i].form;
+        if (form == Form::F_WIZZARD || form == Form::F_CONVERT) continue;
         std::string path = cellPath(c);
         lines.push_back(path + "=" + wb.sheet.text(c));
         if (wb.sheet.isList(c)) {
@@ -662,6 +831,10 @@ int runCli(const std::vector<std::string>& args, const std::string& executable, 
     if (args[0] == "compute-polar") return computePolarCommand(args, executable, out, err);
     if (args[0] == "plan") return planCommand(args, executable, out, err);
     if (args[0] == "frame") return frameCommand(args, executable, out, err);
+    if (args[0] == "report") return reportCommand(args, executable, out, err);
+    if (args[0] == "new-model") return newModelCommand(args, executable, out, err);
+    if (args[0] == "export") return exportCommand(args, executable, out, err);
+    if (args[0] == "import") return importCommand(args, executable, out, err);
     err << "tarvokin-cli: commande inconnue : " << args[0] << "\n" << kUsage;
     return 2;
 }

@@ -50,6 +50,9 @@
 #include "core/workbench.h"
 #include "views/ui/design_view_area.h"
 #include "views/ui/design_window.h"
+#include "views/ui/global_chart_window.h"
+#include "project/ui/report_pictures.h"
+#include "project/ui/tool_windows.h"
 
 namespace tarvokin::ui {
 
@@ -131,6 +134,7 @@ MainWindow::MainWindow(Workbench& wb, SheetBridge& bridge, QWidget* parent)
     buildToolbar();
     buildMenus();
     buildPanelWindows();
+    buildProjectTools();
     // The title carries the unsaved mark while the design differs from its file.
     auto title = [this] {
         setWindowTitle(qs(wb_.sheet.text(F_Main::Caption)) + QStringLiteral("[*]"));
@@ -489,13 +493,114 @@ void MainWindow::buildMenus() {
     // Help files are optional parts of an installation: opened by the desktop
     // when present, else the user is told which file is missing.
     connect(entry(help, "IM_TARVOK", QStringLiteral("&Aide Tarvokin RC"), true), &QAction::triggered, this,
-            [this] { openInEditor(QStringLiteral("HELP/TARVOKINV3.HLP")); });
+            [this] { openInEditor(QStringLiteral("HELP/TARVOKINV3.HTM")); });
     connect(entry(help, "IM_FICH_HELP", QStringLiteral("&Guide de Conception"), true), &QAction::triggered, this,
-            [this] { openInEditor(QStringLiteral("Help/TARVOKIN.HLP")); });
+            [this] { openInEditor(QStringLiteral("Help/TARVOKIN.HTM")); });
     connect(entry(help, "IM_About", QStringLiteral("&A propos"), true), &QAction::triggered, this, [this] {
-        QMessageBox::about(this, QStringLiteral("TARVOKIN"),
-                           QStringLiteral("TARVOKIN version 3.1\nAtelier d'avant-projet de modèles réduits radiocommandés."));
+        AboutDialog about(this);
+        about.exec();
     });
+}
+
+void MainWindow::buildProjectTools() {
+    addPanelWindow(button::View2D, new GlobalChartWindow(wb_, bridge_));
+    addPanelWindow(button::Converter, new ConverterWindow(wb_, bridge_));
+    // What the report and the commands need of a screen.
+    InstallPicturePainter(wb_);
+    wb_.openDocument = [](const std::string& path) { return QDesktopServices::openUrl(QUrl::fromLocalFile(qs(path))); };
+    wb_.showNotice = [this](const std::string& text) {
+        statusBar()->showMessage(qs(text), 15000);
+        QMessageBox::information(this, QStringLiteral("TARVOKIN"), qs(text));
+    };
+    auto enable = [](QAction* a) {
+        if (a) a->setEnabled(true);
+        return a;
+    };
+    auto menuAction = [this](const char* name) { return menuBar()->findChild<QAction*>(QString::fromLatin1(name)); };
+    connect(enable(toolbarButton(button::New)), &QAction::triggered, this, &MainWindow::newModel);
+    connect(enable(menuAction("IM_NEW_PROJ")), &QAction::triggered, this, &MainWindow::newModel);
+    // "Wizzard" opens the same window; its Tag belongs to the vortex-lattice
+    // panel and is left alone.
+    connect(enable(toolbarButton(button::Wizard)), &QAction::triggered, this, &MainWindow::newModel);
+    connect(enable(toolbarButton(button::Report)), &QAction::triggered, this, [this] {
+        EndEntry(wb_);
+        bridge_.enter([this] { Click(wb_, "F_Main", "Toolbar2", button::Report); });
+    });
+    connect(enable(toolbarButton(button::Export)), &QAction::triggered, this, [this] {
+        const QString start = qs((wb_.home() / "MODELES" / (wb_.sheet.text(F_3D::T_NOM_Modele) + ".xlsx")).string());
+        const QString f = QFileDialog::getSaveFileName(this, QStringLiteral("Export Excel"), start,
+                                                       QStringLiteral("Classeur Excel (*.xlsx)"));
+        if (f.isEmpty()) return;
+        Action a;
+        a.form = "F_Main";
+        a.control = "Toolbar2";
+        a.index = button::Export;
+        a.text = ss(f.endsWith(QStringLiteral(".xlsx"), Qt::CaseInsensitive) ? f : f + QStringLiteral(".xlsx"));
+        bridge_.enter([&] { Perform(wb_, a); });
+    });
+    connect(enable(menuAction("IM_IMPORT")), &QAction::triggered, this, [this] {
+        const QString f = QFileDialog::getOpenFileName(this, QStringLiteral("Importer TARVOKIN Excel"),
+                                                       qs((wb_.home() / "MODELES").string()),
+                                                       QStringLiteral("Classeur Excel (*.xlsx)"));
+        if (f.isEmpty()) return;
+        Action a;
+        a.form = "F_Main";
+        a.control = "IM_IMPORT";
+        a.text = ss(f);
+        bridge_.enter([&] { Perform(wb_, a); });
+    });
+    if (QAction* calc = toolbarButton(button::Calculator); calc && !calc->isEnabled()) {
+        calc->setEnabled(true);
+        connect(calc, &QAction::triggered, this, [this] {
+            QMessageBox::information(this, QStringLiteral("TARVOKIN"),
+                                     QString::fromUtf8("Aucune calculatrice n'est installée (gnome-calculator, kcalc, "
+                                                       "galculator, qalculate-gtk ou xcalc)."));
+        });
+    }
+    connect(enable(menuAction("IM_NAV")), &QAction::triggered, this, [this] {
+        auto* nav = findChild<NavigatorWindow*>(QStringLiteral("frmTrv"), Qt::FindDirectChildrenOnly);
+        if (!nav) {
+            nav = new NavigatorWindow([this](const QString& form, const QString& field) { openNavigatorAt(form, field); });
+            nav->setParent(this, Qt::Window);
+        }
+        nav->show();
+        nav->raise();
+    });
+}
+
+void MainWindow::newModel() {
+    EndEntry(wb_);
+    WizardDialog wizard(wb_, bridge_, this);
+    wizard.exec();
+}
+
+void MainWindow::openNavigatorAt(const QString& form, const QString& field) {
+    static const std::map<QString, int> kButtonOf = {
+        {"F_GEO_SF", button::Wing},          {"F_GEO_STAB", button::Stab},       {"F_GEO_FUS", button::Fuselage},
+        {"F_GEO_SF_REGLAGES", button::Reglages}, {"F_3D", button::View3D},       {"F_PROFILS", button::Profils},
+        {"F_GEO_3", button::Performances},   {"F_ALLONGEMENT", button::Allongement}, {"F_CALC_MOT", button::CalcMot},
+        {"F_MOTORISATIONS", button::Motorisation}, {"F_SERVOS", button::Servos}, {"F_CONVERT", button::Converter},
+        {"Gen_Couples_2", button::FrameGenerator}};
+    if (form == QStringLiteral("F_WIZZARD")) {
+        newModel();
+        return;
+    }
+    auto it = kButtonOf.find(form);
+    if (it == kButtonOf.end()) {
+        statusBar()->showMessage(form + QStringLiteral(" : fenêtre sans bouton"), 5000);
+        return;
+    }
+    if (!wb_.isOpen(it->second)) clickToolbar(it->second);
+    // The field's widget bears its control's name; a group element its group's.
+    const QString name = field.section(QLatin1Char('('), 0, 0);
+    QWidget* host = panelWindow(it->second);
+    if (!host) host = designPanel(it->second);
+    if (!host) host = this;
+    for (QWidget* w : host->findChildren<QWidget*>(name)) {
+        if (!w->isVisibleTo(host)) continue;
+        w->setFocus(Qt::OtherFocusReason);
+        break;
+    }
 }
 
 void MainWindow::ensureSlotPolars() {

@@ -54,6 +54,11 @@ private:
     void buildCentre();
     void buildAirfoilDock();
     void buildPanelWindows();
+    // The wizard, the report, the workbook, the converter, the navigator,
+    // help and the about box.
+    void buildProjectTools();
+    void newModel();
+    void openNavigatorAt(const QString& form, const QString& field);
     void panelTagsChanged();
     void ensureSlotPolars();
     void clickToolbar(int position);

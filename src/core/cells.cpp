@@ -24,6 +24,8 @@ const char* formName(Form f) {
         case Form::F_SERVOS: return "F_SERVOS";
         case Form::F_STAB: return "F_STAB";
         case Form::F_STAB_VE: return "F_STAB_VE";
+        case Form::F_NACA: return "F_NACA";
+        case Form::F_RIBS: return "F_RIBS";
     }
     return "";
 }
@@ -57,6 +59,24 @@ std::vector<CellDef> buildTable() {
     t[F_GEO_3::Option1[0].id].defaultText = "1";
     // The aspect-ratio panel opens on its first calculation variant.
     t[F_ALLONGEMENT::Option1[0].id].defaultText = "1";
+    // The NACA generator opens on the four-digit family (a 2412), its points
+    // bunched at the leading edge; the rib generator on leading edges in line,
+    // drawn as separate ribs.
+    t[F_NACA::Option1[0].id].defaultText = "1";
+    t[F_NACA::Option2[1].id].defaultText = "1";
+    {
+        static const char* values[3] = {"2", "4", "12"};
+        static const char* captions[3] = {"Cambrure % corde", "pos de la cambrure %", "Ep relative de la corde"};
+        static const char* digits[3] = {"Premier Chiffre", "Second Chiffre", "2 derniers Chiffres"};
+        for (int i = 0; i < 3; ++i) {
+            t[F_NACA::T_DESIGN[i].id].defaultText = values[i];
+            t[F_NACA::HScroll4[i].id].defaultText = values[i];
+            t[F_NACA::Label1[i].id].defaultText = captions[i];
+            t[F_NACA::Label2[i].id].defaultText = digits[i];
+        }
+    }
+    t[F_RIBS::Option1[0].id].defaultText = "1";
+    t[F_RIBS::Option2[1].id].defaultText = "1";
     return t;
 }
 

@@ -25,6 +25,8 @@ enum class Form : uint8_t {
     F_SERVOS,
     F_STAB,
     F_STAB_VE,
+    F_NACA,
+    F_RIBS,
 };
 
 const char* formName(Form f);

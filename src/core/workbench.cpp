@@ -21,6 +21,7 @@ void Workbench::fillAirfoilLists() {
     std::vector<std::string> names = catalogue.names();
     sheet.setItems(F_3D::Combo5, names);
     for (int i = 0; i < 3; ++i) sheet.setItems(F_PROFILS::CB_1[i], names);
+    for (int i = 0; i < 2; ++i) sheet.setItems(F_RIBS::CB_1[i], names);
     sheet.setItems(F_PREFER::Combo1, std::move(names));
 }
 

@@ -8,6 +8,8 @@
 #include "entry/design_logic.h"
 #include "entry/field_rules.h"
 #include "entry/main_window_logic.h"
+#include "entry/naca_logic.h"
+#include "entry/ribs_logic.h"
 #include "entry/power_logic.h"
 #include "power/motorisation.h"
 #include "power/power_fields.h"
@@ -39,6 +41,8 @@ void InstallWindowLogic(Workbench& wb) {
     installMainWindowLogic(wb);
     installPowerLogic(wb);
     installDesignLogic(wb);
+    installNacaLogic(wb);
+    installRibsLogic(wb);
 }
 
 }  // namespace tarvokin

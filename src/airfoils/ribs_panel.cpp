@@ -88,6 +88,7 @@ bool MakeRibs(Workbench& wb) {
         return false;
     }
     wb.generators.ribs = std::move(made);
+    ++wb.generators.ribRevision;
     // With a spacing the count follows from the span.
     if (numberOf(s, F_RIBS::Text5) > 0) setIfDifferent(s, F_RIBS::Text4, std::to_string(wb.generators.ribs.size()));
     setIfDifferent(s, F_RIBS::StatusBar1, wb.generators.ribReadReason);

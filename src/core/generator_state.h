@@ -47,6 +47,7 @@ struct GeneratorState {
     OutlinePoints ribRoot, ribTip;  // unit chord, file order, as read
     std::string ribReadReason;      // why the last airfoil chosen did not read, "" when it did
     std::vector<RibOutline> ribs;
+    int ribRevision = 0;  // counts the rib sets made, for the views that copy them
     RibView ribView;
 };
 

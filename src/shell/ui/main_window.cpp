@@ -23,6 +23,8 @@
 
 #include "airfoils/polar_lookup.h"
 #include "airfoils/ui/airfoil_window.h"
+#include "airfoils/ui/naca_window.h"
+#include "airfoils/ui/ribs_window.h"
 #include "airfoils/xfoil_runner.h"
 #include "design/ui/allongement_window.h"
 #include "design/recalc.h"
@@ -35,6 +37,7 @@
 #include "power/ui/calc_mot_window.h"
 #include "power/ui/motorisation_window.h"
 #include "power/ui/servos_window.h"
+#include "views/ui/rib_view_widget.h"
 #include "core/file_spelling.h"
 #include "core/progress.h"
 #include "entry/airfoil_choice.h"
@@ -188,6 +191,9 @@ void MainWindow::buildPanelWindows() {
     addPanelWindow(button::CalcMot, new CalcMotWindow(wb_, bridge_));
     addPanelWindow(button::Motorisation, new MotorisationWindow(wb_, bridge_));
     addPanelWindow(button::Servos, new ServosWindow(wb_, bridge_));
+    // The airfoil generators (toolbar 25 and 26, IM_NACAGEN and IM_RIBS).
+    addPanelWindow(button::NacaGenerator, new NacaWindow(bridge_));
+    addPanelWindow(button::RibGenerator, new RibsWindow(bridge_, [this] { return new RibViewWidget(bridge_); }));
 }
 
 void MainWindow::buildCentre() {

@@ -218,8 +218,8 @@ bool GenerateNaca(const NacaRequest& r, NacaAirfoil& out, std::string& error) {
     a.camber.resize(n);
     double largest = 0;
     for (size_t i = 0; i < n; ++i) {
-        const double theta = std::atan(mean[i].slope);
-        const double s = std::sin(theta), c = std::cos(theta);
+        // sin and cos of the slope angle atan(slope), without the angle.
+        const double k = mean[i].slope, c = 1 / std::sqrt(1 + k * k), s = k * c;
         a.upper[i] = {r7(x[i] - yt[i] * s), r7(mean[i].y + yt[i] * c)};
         a.lower[i] = {r7(x[i] + yt[i] * s), r7(mean[i].y - yt[i] * c)};
         a.camber[i] = {r7(x[i]), r7(mean[i].y)};

@@ -29,6 +29,8 @@ const char* formName(Form f) {
         case Form::Gen_Couples_1: return "Gen_Couples_1";
         case Form::F_WIZZARD: return "F_WIZZARD";
         case Form::F_CONVERT: return "F_CONVERT";
+        case Form::F_NACA: return "F_NACA";
+        case Form::F_RIBS: return "F_RIBS";
     }
     return "";
 }
@@ -64,6 +66,24 @@ std::vector<CellDef> buildTable() {
     t[F_ALLONGEMENT::Option1[0].id].defaultText = "1";
     // The frame generator shows its handles, axes and grid at start.
     for (int i : {2, 5, 6}) t[Gen_Couples_2::pb1[i].id].defaultText = "1";
+    // The NACA generator opens on the four-digit family (a 2412), its points
+    // bunched at the leading edge; the rib generator on leading edges in line,
+    // drawn as separate ribs.
+    t[F_NACA::Option1[0].id].defaultText = "1";
+    t[F_NACA::Option2[1].id].defaultText = "1";
+    {
+        static const char* values[3] = {"2", "4", "12"};
+        static const char* captions[3] = {"Cambrure % corde", "pos de la cambrure %", "Ep relative de la corde"};
+        static const char* digits[3] = {"Premier Chiffre", "Second Chiffre", "2 derniers Chiffres"};
+        for (int i = 0; i < 3; ++i) {
+            t[F_NACA::T_DESIGN[i].id].defaultText = values[i];
+            t[F_NACA::HScroll4[i].id].defaultText = values[i];
+            t[F_NACA::Label1[i].id].defaultText = captions[i];
+            t[F_NACA::Label2[i].id].defaultText = digits[i];
+        }
+    }
+    t[F_RIBS::Option1[0].id].defaultText = "1";
+    t[F_RIBS::Option2[1].id].defaultText = "1";
     return t;
 }
 

@@ -30,6 +30,8 @@ enum class Form : uint8_t {
     Gen_Couples_1,
     F_WIZZARD,
     F_CONVERT,
+    F_NACA,
+    F_RIBS,
 };
 
 const char* formName(Form f);

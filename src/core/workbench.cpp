@@ -31,6 +31,7 @@ void Workbench::fillAirfoilLists() {
             if (upperCase(names[i]) == "SD7080") sheet.setListIndex(F_WIZZARD::CB_1, static_cast<int>(i));
         }
     }
+    for (int i = 0; i < 2; ++i) sheet.setItems(F_RIBS::CB_1[i], names);
     sheet.setItems(F_PREFER::Combo1, std::move(names));
 }
 

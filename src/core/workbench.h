@@ -11,6 +11,7 @@
 #include "core/catalogue.h"
 #include "core/frame_state.h"
 #include "core/entry_table.h"
+#include "core/generator_state.h"
 #include "core/outline_types.h"
 #include "core/polar_store.h"
 #include "core/aspect_ratio_state.h"
@@ -27,7 +28,8 @@ namespace button {
 constexpr int New = 2, Open = 3, Save = 4, Base = 6, View3D = 7, Profils = 8, TestPol = 9, Wing = 10,
               Fuselage = 11, Stab = 12, Reglages = 13, Aero = 14, View2D = 15, Performances = 17,
               Allongement = 18, CalcMot = 19, Motorisation = 20, Servos = 21, Wizard = 29, CloseAll = 30,
-              Report = 32, FrameGenerator = 27, Converter = 23, Calculator = 24, Export = 33;
+              Report = 32, FrameGenerator = 27, Converter = 23, Calculator = 24, Export = 33,
+              NacaGenerator = 25, RibGenerator = 26;
 }
 
 constexpr const char* kUnknownModel = "Modèle inconnu";
@@ -52,6 +54,7 @@ public:
     AspectRatioState aspectRatio;  // charts and tables of the aspect-ratio panel
     VlmState vlm;                  // span loadings of the vortex-lattice panel
     FrameState frame;       // the frame generator's frame and its 3D piece
+    GeneratorState generators;     // the NACA and rib generators
 
     std::string projectFilePath;   // full path of the current .MDL, empty when none
     std::string languageFilePath;  // language file of settings.languageCode

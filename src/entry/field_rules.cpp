@@ -93,6 +93,10 @@ const std::vector<EntryCheck>& entryChecks() {
             using namespace F_STAB_VE;
             mark(t, {Corde1V, Corde2V, LongueurV, Corde1N, Corde2N, LongueurN, OuvertureV}, plain);
         }
+        // The airfoil generators: digits and counts are whole, the panel's sizes positive.
+        for (int i = 0; i < 6; ++i) t[F_NACA::T_DESIGN[i].id] = EntryCheck::Integer;
+        mark(t, {F_NACA::T_NPP, F_RIBS::Text4}, EntryCheck::Integer);
+        mark(t, {F_RIBS::Text1, F_RIBS::Text2, F_RIBS::Text3, F_RIBS::Text5}, plain);
         return t;
     }();
     return table;

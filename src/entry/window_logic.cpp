@@ -10,6 +10,8 @@
 #include "entry/frame_logic.h"
 #include "entry/fuselage_logic.h"
 #include "entry/main_window_logic.h"
+#include "entry/naca_logic.h"
+#include "entry/ribs_logic.h"
 #include "entry/power_logic.h"
 #include "entry/preferences_logic.h"
 #include "entry/view_logic.h"
@@ -53,6 +55,8 @@ void InstallWindowLogic(Workbench& wb) {
     installFrameLogic(wb);
     installWorkbookLogic(wb);
     installWizardLogic(wb);
+    installNacaLogic(wb);
+    installRibsLogic(wb);
 }
 
 }  // namespace tarvokin

@@ -5,9 +5,11 @@
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
+#include <map>
 #include <optional>
 
 #include "airfoils/airfoil_selection.h"
+#include "airfoils/naca_generator.h"
 #include "airfoils/polar_lookup.h"
 #include "airfoils/xfoil_runner.h"
 #include "entry/airfoil_choice.h"
@@ -23,6 +25,7 @@
 #include "core/progress.h"
 #include "entry/session.h"
 #include "core/workbench.h"
+#include "core/text_case.h"
 #include "views/plan.h"
 #include "views/plan_export.h"
 #include "entry/window_logic.h"
@@ -54,6 +57,10 @@ const char* kUsage =
     "       tarvokin-cli new-model [--home DIR] [--set F_WIZZARD.FIELD=VALUE]...\n"
     "       tarvokin-cli export PROJECT.MDL --xlsx FILE.xlsx [--home DIR] [ENTRY]...\n"
     "       tarvokin-cli import FILE.xlsx --into PROJECT.MDL [--home DIR]\n"
+    "       tarvokin-cli naca --family K --design V1,V2,... [--points N] [--distribution D]\n"
+    "                    [--home DIR] [ENTRY]... [--save]\n"
+    "       tarvokin-cli ribs --root NAME --tip NAME --root-chord MM --tip-chord MM --span MM\n"
+    "                    --count N [--spacing MM] [--align K] --out BASE [--home DIR] [ENTRY]...\n"
     "  ENTRY, run in order as a user's at the window: --set FORM.FIELD=VALUE (typed, then Enter),\n"
     "         --click FORM.CONTROL or FORM.CONTROL(I) [with =TEXT for a chosen file], --undo, --redo,\n"
     "         --press, --move, --release FORM.DRAWING=X,Y[,BUTTON] (the mouse on a drawing, in the\n"
@@ -787,6 +794,196 @@ int frameCommand(const std::vector<std::string>& args, const std::string& execut
     return status;
 }
 
+
+// The options of a generator command beside the user's entries, which are
+// read by the entries' own parser (a project argument is not needed there).
+struct GeneratorArgs {
+    std::map<std::string, std::string> values;
+    bool save = false;
+    FieldsArgs entries;
+};
+
+bool parseGeneratorArgs(const std::vector<std::string>& a, const std::vector<std::string>& valued, GeneratorArgs& out,
+                        std::ostream& err) {
+    std::vector<std::string> rest{a[0]};
+    for (size_t i = 1; i < a.size(); ++i) {
+        const std::string& s = a[i];
+        if (s == "--save") {
+            out.save = true;
+        } else if (std::find(valued.begin(), valued.end(), s) != valued.end()) {
+            if (i + 1 >= a.size()) {
+                err << "tarvokin-cli: " << s << " attend une valeur\n" << kUsage;
+                return false;
+            }
+            out.values[s] = a[++i];
+        } else {
+            rest.push_back(s);
+            if ((s == "--set" || s == "--click") && i + 1 < a.size()) rest.push_back(a[++i]);
+        }
+    }
+    // The entries' parser wants a project; the generators have none.
+    rest.push_back("_");
+    std::string error;
+    if (!parseFieldsArgs(rest, out.entries, error)) {
+        err << "tarvokin-cli: " << error << "\n" << kUsage;
+        return false;
+    }
+    if (out.entries.project != "_" || !out.entries.open.empty()) {
+        err << "tarvokin-cli: argument inconnu : " << out.entries.project << "\n" << kUsage;
+        return false;
+    }
+    if (auto it = out.values.find("--home"); it != out.values.end()) out.entries.home = fs::path(it->second);
+    return true;
+}
+
+bool wholeNumber(const std::string& text, int& out) {
+    double v = 0;
+    if (!tryNumber(trim(text), v) || v != std::floor(v) || std::fabs(v) > 1e6) return false;
+    out = static_cast<int>(v);
+    return true;
+}
+
+int nacaCommand(const std::vector<std::string>& args, const std::string& executable, std::ostream& out,
+                std::ostream& err) {
+    GeneratorArgs ga;
+    if (!parseGeneratorArgs(args, {"--family", "--design", "--points", "--distribution", "--home"}, ga, err)) return 2;
+    int family = 0;
+    if (!ga.values.count("--family") || !wholeNumber(ga.values["--family"], family) || family < 0 ||
+        family >= naca::kFamilies) {
+        err << "tarvokin-cli: --family attend un numéro de famille de 0 à " << naca::kFamilies - 1 << "\n" << kUsage;
+        return 2;
+    }
+    fs::path home;
+    if (!homeFor(ga.entries.home, executable, home, err)) return 1;
+    Workbench wb(home);
+    InstallWindowLogic(wb);
+    int status = 0;
+    reportMessagesTo(wb, err, status);
+    ReadSettingsAndCatalogue(wb);
+
+    // The entries a modeller makes at the window, in its order: the family,
+    // its inputs, the count of points, the distribution.
+    Action pick{Act::Click, "F_NACA", "Option1", family};
+    runGuarded(wb, [&] { Perform(wb, pick); });
+    if (auto it = ga.values.find("--design"); it != ga.values.end()) {
+        std::vector<std::string> parts;
+        size_t start = 0;
+        const std::string& v = it->second;
+        while (true) {
+            const size_t comma = v.find(',', start);
+            parts.push_back(v.substr(start, comma == std::string::npos ? std::string::npos : comma - start));
+            if (comma == std::string::npos) break;
+            start = comma + 1;
+        }
+        const size_t used = NacaInputs(family).size();
+        if (parts.size() > used) {
+            err << "tarvokin-cli: la famille " << NacaFamilyCaption(family) << " a " << used << " valeurs\n";
+            return 2;
+        }
+        for (size_t i = 0; i < parts.size(); ++i)
+            runGuarded(wb, [&] { enterField(wb, F_NACA::T_DESIGN[static_cast<int>(i)], trim(parts[i])); });
+    }
+    if (auto it = ga.values.find("--points"); it != ga.values.end())
+        runGuarded(wb, [&] { enterField(wb, F_NACA::T_NPP, it->second); });
+    if (auto it = ga.values.find("--distribution"); it != ga.values.end()) {
+        int d = 0;
+        if (!wholeNumber(it->second, d) || d < 0 || d > 3) {
+            err << "tarvokin-cli: --distribution attend 0, 1, 2 ou 3\n";
+            return 2;
+        }
+        Action a{Act::Click, "F_NACA", "Option2", d};
+        runGuarded(wb, [&] { Perform(wb, a); });
+    }
+    if (int st = applyEntries(wb, ga.entries, err)) return st;
+    if (!wb.generators.nacaReason.empty()) {
+        err << "tarvokin-cli: " << wb.generators.nacaReason << "\n";
+        return 1;
+    }
+    out << "name=" << wb.sheet.text(F_NACA::Label5) << "\n";
+    out << "thickness=" << wb.sheet.text(F_NACA::T_Thicknes) << "\n";
+    out << NacaOutlineText(wb.generators.naca);
+    if (ga.save) {
+        Action a{Act::Click, "F_NACA", "Command2", -1};
+        runGuarded(wb, [&] { Perform(wb, a); });
+        err << wb.sheet.text(F_NACA::StatusBar1) << "\n";
+        const fs::path dat = home / "DATA" / (wb.sheet.text(F_NACA::Label5) + ".DAT");
+        std::error_code ec;
+        if (!fs::is_regular_file(dat, ec)) return 1;
+    }
+    return status;
+}
+
+int ribsCommand(const std::vector<std::string>& args, const std::string& executable, std::ostream& out,
+                std::ostream& err) {
+    GeneratorArgs ga;
+    if (!parseGeneratorArgs(args,
+                            {"--root", "--tip", "--root-chord", "--tip-chord", "--span", "--count", "--spacing",
+                             "--align", "--out", "--home"},
+                            ga, err))
+        return 2;
+    for (const char* need : {"--root", "--tip", "--out"}) {
+        if (!ga.values.count(need)) {
+            err << "tarvokin-cli: il manque " << need << "\n" << kUsage;
+            return 2;
+        }
+    }
+    fs::path home;
+    if (!homeFor(ga.entries.home, executable, home, err)) return 1;
+    Workbench wb(home);
+    InstallWindowLogic(wb);
+    int status = 0;
+    wb.showMessage = [](const std::string&) {};  // the closing message is the command's answer
+    ReadSettingsAndCatalogue(wb);
+
+    auto type = [&](Cell c, const char* option) {
+        if (auto it = ga.values.find(option); it != ga.values.end())
+            runGuarded(wb, [&] { enterField(wb, c, it->second); });
+    };
+    type(F_RIBS::Text1, "--root-chord");
+    type(F_RIBS::Text2, "--tip-chord");
+    type(F_RIBS::Text3, "--span");
+    type(F_RIBS::Text4, "--count");
+    type(F_RIBS::Text5, "--spacing");
+    if (auto it = ga.values.find("--align"); it != ga.values.end()) {
+        int k = 0;
+        if (!wholeNumber(it->second, k) || k < 0 || k > 3) {
+            err << "tarvokin-cli: --align attend 0, 1, 2 ou 3\n";
+            return 2;
+        }
+        Action a{Act::Click, "F_RIBS", "Option1", k};
+        runGuarded(wb, [&] { Perform(wb, a); });
+    }
+    // The airfoils last, as the ends are what the modeller picks once the
+    // panel is described; each end that does not read is said and kept.
+    for (int end = 0; end < 2; ++end) {
+        Action a{Act::Change, "F_RIBS", "CB_1", end};
+        a.text = ga.values[end == 0 ? "--root" : "--tip"];
+        runGuarded(wb, [&] { Perform(wb, a); });
+        if (!wb.generators.ribReadReason.empty()) err << "tarvokin-cli: " << wb.generators.ribReadReason << "\n";
+    }
+    if (int st = applyEntries(wb, ga.entries, err)) return st;
+    if (wb.generators.ribs.empty()) {
+        err << "tarvokin-cli: " << wb.sheet.text(F_RIBS::StatusBar1) << "\n";
+        return 1;
+    }
+    if (const std::string& reason = wb.sheet.text(F_RIBS::StatusBar1);
+        !reason.empty() && reason != wb.generators.ribReadReason) {
+        err << "tarvokin-cli: " << reason << "\n";
+        return 1;
+    }
+    std::error_code ec;
+    Action save{Act::Click, "F_RIBS", "Command3", -1};
+    save.text = fs::absolute(ga.values["--out"], ec).string();
+    runGuarded(wb, [&] { Perform(wb, save); });
+    const std::string& line = wb.sheet.text(F_RIBS::StatusBar1);
+    if (!line.starts_with("Les fichiers ")) {
+        err << "tarvokin-cli: " << line << "\n";
+        return 1;
+    }
+    out << line << "\n";
+    return status;
+}
+
 }  // namespace
 
 void SetScreenHooks(std::function<void(Workbench&)> install) { screenHooks() = std::move(install); }
@@ -835,6 +1032,8 @@ int runCli(const std::vector<std::string>& args, const std::string& executable, 
     if (args[0] == "new-model") return newModelCommand(args, executable, out, err);
     if (args[0] == "export") return exportCommand(args, executable, out, err);
     if (args[0] == "import") return importCommand(args, executable, out, err);
+    if (args[0] == "naca") return nacaCommand(args, executable, out, err);
+    if (args[0] == "ribs") return ribsCommand(args, executable, out, err);
     err << "tarvokin-cli: commande inconnue : " << args[0] << "\n" << kUsage;
     return 2;
 }

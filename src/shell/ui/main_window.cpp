@@ -23,6 +23,8 @@
 
 #include "airfoils/polar_lookup.h"
 #include "airfoils/ui/airfoil_window.h"
+#include "airfoils/ui/naca_window.h"
+#include "airfoils/ui/ribs_window.h"
 #include "airfoils/xfoil_runner.h"
 #include "construction/ui/frame_generator_window.h"
 #include "design/ui/allongement_window.h"
@@ -38,6 +40,7 @@
 #include "power/ui/calc_mot_window.h"
 #include "power/ui/motorisation_window.h"
 #include "power/ui/servos_window.h"
+#include "views/ui/rib_view_widget.h"
 #include "core/file_spelling.h"
 #include "core/progress.h"
 #include "entry/airfoil_choice.h"
@@ -207,6 +210,9 @@ void MainWindow::buildPanelWindows() {
     // itself by the Tag of button 29 (whose button is the wizard's).
     (new VlmWindow(wb_, bridge_))->setParent(this, Qt::Window);
     addPanelWindow(button::FrameGenerator, new FrameGeneratorWindow(bridge_));
+    // The airfoil generators (toolbar 25 and 26, IM_NACAGEN and IM_RIBS).
+    addPanelWindow(button::NacaGenerator, new NacaWindow(bridge_));
+    addPanelWindow(button::RibGenerator, new RibsWindow(bridge_, [this] { return new RibViewWidget(bridge_); }));
 }
 
 void MainWindow::buildCentre() {

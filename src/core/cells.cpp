@@ -24,6 +24,9 @@ const char* formName(Form f) {
         case Form::F_SERVOS: return "F_SERVOS";
         case Form::F_STAB: return "F_STAB";
         case Form::F_STAB_VE: return "F_STAB_VE";
+        case Form::F_AERO: return "F_AERO";
+        case Form::F_BASE: return "F_BASE";
+        case Form::F_TEST_POL: return "F_TEST_POL";
     }
     return "";
 }

@@ -25,6 +25,9 @@ enum class Form : uint8_t {
     F_SERVOS,
     F_STAB,
     F_STAB_VE,
+    F_AERO,
+    F_BASE,
+    F_TEST_POL,
 };
 
 const char* formName(Form f);

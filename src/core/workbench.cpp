@@ -21,6 +21,8 @@ void Workbench::fillAirfoilLists() {
     std::vector<std::string> names = catalogue.names();
     sheet.setItems(F_3D::Combo5, names);
     for (int i = 0; i < 3; ++i) sheet.setItems(F_PROFILS::CB_1[i], names);
+    sheet.setItems(F_AERO::Combo5, names);
+    sheet.setItems(F_TEST_POL::CB_1, names);
     sheet.setItems(F_PREFER::Combo1, std::move(names));
 }
 

@@ -9,6 +9,7 @@
 #include "entry/field_rules.h"
 #include "entry/main_window_logic.h"
 #include "entry/power_logic.h"
+#include "entry/pressure_logic.h"
 #include "power/motorisation.h"
 #include "power/power_fields.h"
 
@@ -39,6 +40,7 @@ void InstallWindowLogic(Workbench& wb) {
     installMainWindowLogic(wb);
     installPowerLogic(wb);
     installDesignLogic(wb);
+    installPressureLogic(wb);
 }
 
 }  // namespace tarvokin

@@ -10,6 +10,8 @@
 #include "entry/main_window_logic.h"
 #include "entry/power_logic.h"
 #include "entry/pressure_logic.h"
+#include "entry/database_logic.h"
+#include "entry/interpolation_logic.h"
 #include "power/motorisation.h"
 #include "power/power_fields.h"
 
@@ -41,6 +43,8 @@ void InstallWindowLogic(Workbench& wb) {
     installPowerLogic(wb);
     installDesignLogic(wb);
     installPressureLogic(wb);
+    installDatabaseLogic(wb);
+    installInterpolationLogic(wb);
 }
 
 }  // namespace tarvokin

@@ -152,7 +152,8 @@ bool DeleteAirfoil(Workbench& wb, const std::string& airfoil, std::string& reaso
     wb.catalogue.rows.erase(wb.catalogue.rows.begin() + static_cast<std::ptrdiff_t>(row));
     wb.fillAirfoilLists();
     for (const auto& [c, text] : lists) {
-        if (!s.selectText(c, text) && !s.items(c).empty()) s.setListIndex(c, 0);
+        if (text.empty()) s.setListIndex(c, -1);
+        else if (!s.selectText(c, text) && !s.items(c).empty()) s.setListIndex(c, 0);
     }
     Write_Generic(wb);
     RefreshDatabaseTree(wb);

@@ -12,6 +12,7 @@
 #include <QHBoxLayout>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QPointer>
 #include <QProcess>
 #include <QScrollArea>
 #include <QStackedWidget>
@@ -23,6 +24,9 @@
 
 #include "airfoils/polar_lookup.h"
 #include "airfoils/ui/airfoil_window.h"
+#include "airfoils/ui/database_window.h"
+#include "airfoils/ui/interpolation_window.h"
+#include "airfoils/ui/pressure_window.h"
 #include "airfoils/xfoil_runner.h"
 #include "design/ui/allongement_window.h"
 #include "design/recalc.h"
@@ -123,6 +127,13 @@ QString calculatorProgram() {
 MainWindow::MainWindow(Workbench& wb, SheetBridge& bridge, QWidget* parent)
     : QMainWindow(parent), wb_(wb), bridge_(bridge) {
     setObjectName("F_Main");
+    // Solver runs of the windows' handlers keep the interface served.
+    wb_.serveEvents = [] { QApplication::processEvents(); };
+    if (!wb_.askUser) {
+        wb_.askUser = [self = QPointer<MainWindow>(this)](const std::string& text) {
+            return QMessageBox::question(self, QStringLiteral("TARVOKIN"), qs(text)) == QMessageBox::Yes;
+        };
+    }
     buildCentre();
     buildAirfoilDock();
     buildToolbar();
@@ -188,6 +199,9 @@ void MainWindow::buildPanelWindows() {
     addPanelWindow(button::CalcMot, new CalcMotWindow(wb_, bridge_));
     addPanelWindow(button::Motorisation, new MotorisationWindow(wb_, bridge_));
     addPanelWindow(button::Servos, new ServosWindow(wb_, bridge_));
+    addPanelWindow(button::Base, new DatabaseWindow(wb_, bridge_));
+    addPanelWindow(button::TestPol, new InterpolationWindow(wb_, bridge_));
+    addPanelWindow(button::Aero, new PressureWindow(wb_, bridge_));
 }
 
 void MainWindow::buildCentre() {

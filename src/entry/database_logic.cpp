@@ -57,6 +57,8 @@ void showFigures(Workbench& wb) {
     const std::string camber = Get_Camber(wb, campos);
     s.set(F_BASE::T_Camb, camber == "-" ? kNoSelection : fixed(leadingNumber(camber), 2));
     s.set(F_BASE::T_POS_CAMB, campos == "-" ? kNoSelection : fixed(leadingNumber(campos), 2));
+    // Slider 0 shows the thickness the outline has; slider 1 edits it with the mean line kept.
+    sliderOf(s, F_BASE::Text5, F_BASE::Slider2[0]);
     sliderOf(s, F_BASE::Text5, F_BASE::Slider2[1]);
     sliderOf(s, F_BASE::Text6, F_BASE::Slider2[2]);
     sliderOf(s, F_BASE::T_Camb, F_BASE::Slider2[3]);

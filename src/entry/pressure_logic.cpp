@@ -48,6 +48,8 @@ void PreparePressureWindow(Workbench& wb) {
             s.setListIndex(F_AERO::Combo5, 0);
     }
     s.set(F_AERO::Text5, std::to_string(wb.settings.iterations));
+    // The incidence is the operating parameter unless the Cl is chosen.
+    if (!s.on(F_AERO::Option1[1])) s.set(F_AERO::Option1[0], "1");
 }
 
 void RunPressure(Workbench& wb) {

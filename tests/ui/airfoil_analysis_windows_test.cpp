@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QTableWidget>
 #include <QTreeWidget>
+#include <QProcess>
 #include <QtTest>
 #include <cmath>
 #include <filesystem>
@@ -27,7 +28,11 @@ namespace {
 // A window's screenshot for a person to look at, when asked for.
 void shot(QWidget* w, const char* name) {
     const QByteArray dir = qgetenv("TARVOKIN_SHOT_DIR");
-    if (!dir.isEmpty()) w->grab().save(QString::fromUtf8(dir) + "/" + name + ".png");
+    if (dir.isEmpty()) return;
+    QTest::qWait(500);  // the charts lay out their axes in the event loop
+    w->grab().save(QString::fromUtf8(dir) + "/" + name + ".png");
+    // The whole screen too, as a person sees it.
+    QProcess::execute("import", {"-window", "root", QString::fromUtf8(dir) + "/" + name + "_screen.png"});
 }
 
 QLineEdit* field(QWidget* w, Cell c) {

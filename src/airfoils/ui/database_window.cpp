@@ -146,9 +146,11 @@ DatabaseWindow::DatabaseWindow(Workbench& wb, SheetBridge& b, QWidget* parent)
                                "Nb Points"};
     for (int i = 0; i < 6; ++i) {
         figs->addWidget(new QLabel(QString::fromUtf8(captions[i])), i, 0);
-        figs->addWidget(new CellSlider(b, F_BASE::Slider2[i], Qt::Horizontal, i == 1 || i == 0 ? 100 : 0,
-                                       i == 5 ? 400 : (i == 2 || i == 4 ? 10000 : 3000)),
-                        i, 1);
+        auto* slider = new CellSlider(b, F_BASE::Slider2[i], Qt::Horizontal, i == 1 || i == 0 ? 100 : 0,
+                                      i == 5 ? 400 : (i == 2 || i == 4 ? 10000 : 3000));
+        // Only the thickness (1) and the camber (3) are edited by their sliders.
+        slider->setEnabled(i == 1 || i == 3);
+        figs->addWidget(slider, i, 1);
         figs->addWidget(new CellLabel(b, F_BASE::Text4[i]), i, 2);
     }
     ol->addLayout(figs);

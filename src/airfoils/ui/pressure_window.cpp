@@ -36,6 +36,11 @@ ChartData curve(const std::vector<ChartPoint>& pts, const char* x, const char* y
     s.colour = colour;
     s.withPoints = points;
     s.points = pts;
+    // The chord from 0 to 1, not rounded out to half a chord on each side.
+    double lo = 0.0, hi = 1.0;
+    for (const ChartPoint& p : pts) lo = std::min(lo, p.x), hi = std::max(hi, p.x);
+    d.xMin = lo;
+    d.xMax = hi;
     d.series.push_back(std::move(s));
     if (values) {
         auto [lo, hi] = std::minmax_element(pts.begin(), pts.end(),
@@ -135,6 +140,7 @@ PressureWindow::PressureWindow(Workbench& wb, SheetBridge& b, QWidget* parent)
     charts->addWidget(cp_);
     charts->addWidget(speed_);
     charts->addWidget(quantity_);
+    for (int i = 0; i < 3; ++i) charts->setStretchFactor(i, 1);
     right->addWidget(charts, 1);
     progress_ = new SolverProgressBar(wb_, "F_AERO");
     right->addWidget(progress_);

@@ -118,6 +118,10 @@ void installPressureLogic(Workbench& wb) {
         RunPressure(w);
     });
     for (const char* c : {"T_Visc", "T_Red", "Text4", "Text5", "Text8", "Text9"}) h.on(kForm, c, Act::Enter, run);
+    // An undo or a redo puts the fields of a run back: every run writes the
+    // status line, so its restoration stands for the step, and the charts
+    // are computed again for the restored fields.
+    h.on(kForm, "Status", Act::Restored, run);
     // Keys typed into a field wait for Enter.
     h.on(kForm, "*", Act::Change, [](Workbench&, const Action&) {});
 }

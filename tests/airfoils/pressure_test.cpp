@@ -7,7 +7,9 @@
 #include "airfoils/pressure_run.h"
 #include "airfoils/pressure_script.h"
 #include "airfoils/xfoil_runner.h"
+#include "core/numbers.h"
 #include "core/progress.h"
+#include "entry/entry_path.h"
 #include "entry/pressure_logic.h"
 #include "entry/session.h"
 #include "support/installed_workbench.h"
@@ -288,5 +290,24 @@ TEST(PressureWindow, EntriesRunOnlyWhileOpenAndNeverOverlap) {
     EXPECT_TRUE(nested);
     EXPECT_FALSE(wb.pressure.running);
     EXPECT_EQ(runsEnded, 2);
+    EXPECT_FALSE(h.anyRunFile());
+}
+
+TEST(PressureWindow, UndoComputesTheRestoredPointAgain) {
+    PressureHome h;
+    Workbench& wb = *h.wb;
+    wb.setOpen(button::Aero, true);
+    PanelOpened(wb, button::Aero);
+    const std::string atTwo = wb.sheet.text(F_AERO::T_CpMin);
+    ASSERT_FALSE(atTwo.empty());
+    enterField(wb, F_AERO::T_alphad, "6");
+    EXPECT_EQ(wb.sheet.text(F_AERO::T_Alpha), "60");
+    EXPECT_NE(wb.sheet.text(F_AERO::T_CpMin), atTwo);
+    ASSERT_TRUE(Undo(wb));
+    EXPECT_EQ(wb.sheet.text(F_AERO::T_Alpha), "20");
+    EXPECT_EQ(wb.sheet.text(F_AERO::T_CpMin), atTwo);
+    // The charts show the restored point, not the undone one.
+    ASSERT_FALSE(wb.pressure.shown.cp.empty());
+    EXPECT_EQ(fixed(wb.pressure.shown.cpMin, 4), atTwo);
     EXPECT_FALSE(h.anyRunFile());
 }

@@ -30,6 +30,9 @@ struct PressureState {
     // so two runs must never overlap).
     bool running = false;
     bool again = false;
+    // An undo or a redo restored fields of the window: the recalculation
+    // that follows computes them again, once for the whole step.
+    bool stale = false;
 };
 
 // One polar file of the database tree.

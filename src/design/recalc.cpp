@@ -129,7 +129,7 @@ void flyingWingCentre(Sheet& s) {
 
 void refreshOpenPanels(Workbench& wb) {
     static constexpr int kOrder[] = {button::Allongement, button::Servos, button::View2D, button::Performances,
-                                     button::Wizard};
+                                     button::Wizard, button::Aero};
     for (int b : kOrder) {
         if (!wb.isOpen(b)) continue;
         auto it = wb.panelRefresh.find(b);

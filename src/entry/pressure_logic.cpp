@@ -118,10 +118,14 @@ void installPressureLogic(Workbench& wb) {
         RunPressure(w);
     });
     for (const char* c : {"T_Visc", "T_Red", "Text4", "Text5", "Text8", "Text9"}) h.on(kForm, c, Act::Enter, run);
-    // An undo or a redo puts the fields of a run back: every run writes the
-    // status line, so its restoration stands for the step, and the charts
-    // are computed again for the restored fields.
-    h.on(kForm, "Status", Act::Restored, run);
+    // An undo or a redo puts fields of the window back; the recalculation
+    // that ends it computes the restored point once, however many fields.
+    h.on(kForm, "*", Act::Restored, [](Workbench& w, const Action&) { w.pressure.stale = true; });
+    wb.panelRefresh[button::Aero] = [](Workbench& w) {
+        if (!w.pressure.stale) return;
+        w.pressure.stale = false;
+        RunPressure(w);
+    };
     // Keys typed into a field wait for Enter.
     h.on(kForm, "*", Act::Change, [](Workbench&, const Action&) {});
 }

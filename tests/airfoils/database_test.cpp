@@ -6,6 +6,7 @@
 #include "airfoils/polar_database.h"
 #include "airfoils/polar_interpolation.h"
 #include "airfoils/polar_lookup.h"
+#include "core/numbers.h"
 #include "entry/database_logic.h"
 #include "entry/entry_path.h"
 #include "entry/interpolation_logic.h"
@@ -244,4 +245,41 @@ TEST(Interpolation, WindowShowsTheValueOfTheCommandLineLookup) {
     EXPECT_EQ(interpolationOf(wb.testPolars, 150000, 0.5, {false, true, true, true, true, true}, 0, 0).chart.series.size(), 5u);
     enterField(wb, F_TEST_POL::Text1, "abc");
     EXPECT_EQ(wb.sheet.text(F_TEST_POL::T_Cx), "-");
+}
+
+TEST(DatabaseCommands, DragAPointAndComputeAPolarForAChosenRe) {
+    Home h;
+    Workbench& wb = *h.wb;
+    wb.settings.xfoilPath = "/usr/bin/xfoil";
+    wb.setOpen(button::Base, true);
+    PanelOpened(wb, button::Base);
+    SelectDatabaseNode(wb, "AG25", -1);
+    ASSERT_GT(wb.outlines.Outline.size(), 10u);
+    const OutlinePoint before = wb.outlines.Outline[5];
+    Action a;
+    a.form = "F_BASE";
+    a.control = "Picture1";
+    a.button = 1;
+    a.x = before.x + 0.001;
+    a.y = before.y;
+    a.act = Act::Press;
+    Mouse(wb, a);
+    a.act = Act::Move;
+    a.y = before.y + 0.02;
+    Mouse(wb, a);
+    a.act = Act::Release;
+    Mouse(wb, a);
+    EXPECT_NEAR(wb.outlines.Outline[5].y, before.y + 0.02, 1e-12);
+    EXPECT_EQ(wb.sheet.text(F_BASE::E_mouseupy), plain(before.y + 0.02));
+
+    // A Reynolds number that is no number: one line, no run.
+    enterField(wb, F_BASE::Text3, "abc");
+    Click(wb, "F_BASE", "Command3");
+    EXPECT_NE(wb.sheet.text(F_BASE::Status).find("Reynolds"), std::string::npos);
+    enterField(wb, F_BASE::Text3, "123456");
+    Click(wb, "F_BASE", "Command3");
+    EXPECT_TRUE(fs::exists(h.polars() / "AG25_123456.POL")) << wb.sheet.text(F_BASE::Status);
+    const DatabaseAirfoil* ag = find(wb.database.tree, "AG25");
+    ASSERT_TRUE(ag);
+    EXPECT_EQ(ag->polars.size(), 7u);
 }

@@ -283,3 +283,17 @@ TEST(DatabaseCommands, DragAPointAndComputeAPolarForAChosenRe) {
     ASSERT_TRUE(ag);
     EXPECT_EQ(ag->polars.size(), 7u);
 }
+
+TEST(DatabaseCommands, ALoadElsewhereGivesItsFiguresToTheDatabaseOnDisplay) {
+    Home h;
+    Workbench& wb = *h.wb;
+    wb.sheet.selectText(F_PROFILS::CB_1[1], "E387");
+    Choose(wb, F_PROFILS::CB_1[1], wb.sheet.listIndex(F_PROFILS::CB_1[1]));
+    EXPECT_EQ(wb.sheet.text(F_BASE::Text5), "NS");  // closed: the slot's row gets them
+    wb.setOpen(button::Base, true);
+    PanelOpened(wb, button::Base);
+    wb.sheet.selectText(F_PROFILS::CB_1[1], "AG25");
+    Choose(wb, F_PROFILS::CB_1[1], wb.sheet.listIndex(F_PROFILS::CB_1[1]));
+    EXPECT_NE(wb.sheet.text(F_BASE::Text5), "NS");
+    EXPECT_NEAR(wb.sheet.val(F_BASE::Slider2[1]) / 100.0, wb.sheet.val(F_BASE::Text5), 0.6);
+}

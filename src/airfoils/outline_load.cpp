@@ -74,6 +74,12 @@ bool Load_Profil(Workbench& wb, std::string_view file, int slot, OutlineWindow f
         fig.sliderMin = fig.slider / 2;
         fig.sliderMax = fig.slider * 2;
         fig.Text5 = Get_Thickness(wb, fig.Text6);
+        // The database window on display receives them, whichever window loaded.
+        Sheet& s = wb.sheet;
+        s.set(F_BASE::Slider2[1], std::to_string(fig.slider));
+        s.set(F_BASE::Text4[1], std::to_string(fig.slider));
+        s.set(F_BASE::Text5, fig.Text5 == "-" ? "NS" : fig.Text5);
+        s.set(F_BASE::Text6, fig.Text6 == "-" ? "NS" : fig.Text6);
     } else if (slot >= 0 && slot < 3) {
         fig.epRel[static_cast<size_t>(slot)] = percent(100.0 * thick);
         fig.posEp[static_cast<size_t>(slot)] = percent(100.0 * pos);

@@ -192,16 +192,9 @@ std::string xfoilKeyText(const XfoilJob& job) {
     return t;
 }
 
-std::string runXfoil(const XfoilJob& jobAsGiven, const WaitHooks& hooks) {
+std::string runXfoilScript(const XfoilScript& script, const WaitHooks& hooks) {
     std::error_code ec;
-    // The paths the solver reads in its script, shortened when too long; the
-    // files themselves are the same.
-    XfoilJob job = jobAsGiven;
-    // XFOIL adds to an existing polar file or refuses it; and a failed run
-    // must not leave the old polar behind as if it were the new one.
-    if (!job.polarPath.empty()) fs::remove(job.polarPath, ec);
-
-    const std::string& program = job.xfoilPath;
+    const std::string& program = script.xfoilPath;
     if (program.empty()) return "XFOIL n'est pas indiqué : donnez le chemin du programme dans les préférences";
     const size_t cut = program.rfind('/');
     const std::string exe = cut == std::string::npos ? "" : program.substr(cut + 1);
@@ -210,15 +203,22 @@ std::string runXfoil(const XfoilJob& jobAsGiven, const WaitHooks& hooks) {
     struct stat st {};
     if (::stat(program.c_str(), &st) != 0) return "XFOIL introuvable : " + program;
     if (!S_ISREG(st.st_mode) || ::access(program.c_str(), X_OK) != 0) return "XFOIL n'est pas exécutable : " + program;
-    if (!fs::is_regular_file(job.datPath, ec)) return "Contour du profil introuvable : " + job.datPath;
-    if (!job.polarPath.empty()) fs::create_directories(fs::path(job.polarPath).parent_path(), ec);
-    for (std::string* f : {&job.datPath, &job.polarPath}) {
-        if (f->size() <= kXfoilMaxFileName) continue;
-        const std::string shortened = SolverFolder::shared().shortPath(*f);
+    for (const std::string& o : script.outlines) {
+        if (!fs::is_regular_file(o, ec)) return "Contour du profil introuvable : " + o;
+    }
+
+    // XFOIL can't make the folder of a file it saves.
+    for (const fs::path& r : script.results) {
+        if (!r.empty()) fs::create_directories(r.parent_path(), ec);
+    }
+    std::vector<std::string> files = script.files;
+    for (std::string& f : files) {
+        if (f.size() <= kXfoilMaxFileName) continue;
+        const std::string shortened = SolverFolder::shared().shortPath(f);
         if (shortened.empty())
             return "XFOIL n'accepte que des noms de fichier de 64 caractères au plus, celui-ci en a " +
-                   std::to_string(f->size()) + " : " + *f;
-        *f = shortened;
+                   std::to_string(f.size()) + " : " + f;
+        f = shortened;
     }
 
     std::string reason;
@@ -235,19 +235,17 @@ std::string runXfoil(const XfoilJob& jobAsGiven, const WaitHooks& hooks) {
     const fs::path scratch = fs::path(workDir) / kXfoilScratch;
     const bool scratchBefore = fs::exists(scratch, ec);
 
-    // XFOIL can't make the folder of its polar file.
-    if (!job.polarPath.empty()) fs::create_directories(fs::path(job.polarPath).parent_path(), ec);
-    const fs::path home = job.home;
-    const fs::path commandFile = home / kXfoilCommandFile;
-    const fs::path keyFile = home / job.keyFile();
-    if (!writeText(commandFile, xfoilCommandText(started, home.string(), job.keyFile())))
+    const fs::path home = script.home;
+    const fs::path commandFile = home / script.commandFile;
+    const fs::path keyFile = home / script.keyFile;
+    if (!writeText(commandFile, xfoilCommandText(started, home.string(), script.keyFile)))
         return "Impossible d'écrire " + commandFile.string();
-    if (!writeText(keyFile, xfoilKeyText(job))) {
+    if (!writeText(keyFile, script.keyText ? script.keyText(files) : std::string())) {
         fs::remove(commandFile, ec);
         return "Impossible d'écrire " + keyFile.string();
     }
     const fs::path marker = home / kXfoilRunMarker;
-    writeText(marker, std::to_string(::getpid()) + "\n" + job.keyFile() + "\n");
+    writeText(marker, std::to_string(::getpid()) + "\n" + script.keyFile + "\n");
 
     // The start line names the program alone after "cd" into its folder: as a
     // console looks in its current folder first, the folder leads the search
@@ -257,19 +255,17 @@ std::string runXfoil(const XfoilJob& jobAsGiven, const WaitHooks& hooks) {
     run.script = commandFile;
     run.workDir = home;
     run.environment = {{"DISPLAY", display}, {"PATH", workDir + (path && *path ? std::string(":") + path : "")}};
-    run.timeoutSeconds = job.timeoutSeconds;
+    run.timeoutSeconds = script.timeoutSeconds;
     run.runFiles = {commandFile, keyFile, marker};
 
-    const std::string title = "XFOIL " + job.name + " Re " + job.Re;
-    const int expected = expectedPoints(job);
-    auto report = [&](double fraction) {
-        if (hooks.progress) hooks.progress->report(title, fraction);
+    auto report = [&] {
+        if (hooks.progress && script.progress) {
+            const auto [text, fraction] = script.progress();
+            hooks.progress->report(text, fraction);
+        }
     };
-    report(0.0);
-    const ProcessOutcome outcome = runCommandFile(run, hooks, [&] {
-        if (hooks.progress && expected > 0)
-            report(std::min(1.0, static_cast<double>(polarRows(job.polarPath)) / expected));
-    });
+    report();
+    const ProcessOutcome outcome = runCommandFile(run, hooks, report);
 
     fs::remove(keyFile, ec);
     fs::remove(commandFile, ec);
@@ -277,11 +273,44 @@ std::string runXfoil(const XfoilJob& jobAsGiven, const WaitHooks& hooks) {
     if (!scratchBefore) fs::remove(scratch, ec);
 
     if (!outcome.clean()) {
-        // A stopped or crashed solver's polar is cut short: it is no polar.
-        if (!job.polarPath.empty()) fs::remove(job.polarPath, ec);
-        return describeOutcome(outcome, "XFOIL", job.timeoutSeconds);
+        for (const fs::path& r : script.results) {
+            if (!r.empty()) fs::remove(r, ec);
+        }
+        return describeOutcome(outcome, "XFOIL", script.timeoutSeconds);
     }
-    report(1.0);
+    return "";
+}
+
+std::string runXfoil(const XfoilJob& job, const WaitHooks& hooks) {
+    std::error_code ec;
+    // XFOIL adds to an existing polar file or refuses it; and a failed run
+    // must not leave the old polar behind as if it were the new one.
+    if (!job.polarPath.empty()) fs::remove(job.polarPath, ec);
+
+    XfoilScript script;
+    script.xfoilPath = job.xfoilPath;
+    script.home = job.home;
+    script.commandFile = kXfoilCommandFile;
+    script.keyFile = job.keyFile();
+    script.outlines = {job.datPath};
+    script.files = {job.datPath, job.polarPath};
+    script.keyText = [&job](const std::vector<std::string>& files) {
+        XfoilJob solverJob = job;
+        solverJob.datPath = files[0];
+        solverJob.polarPath = files[1];
+        return xfoilKeyText(solverJob);
+    };
+    if (!job.polarPath.empty()) script.results = {job.polarPath};
+    script.timeoutSeconds = job.timeoutSeconds;
+    const std::string title = "XFOIL " + job.name + " Re " + job.Re;
+    const int expected = expectedPoints(job);
+    script.progress = [&]() -> std::pair<std::string, double> {
+        if (expected <= 0) return {title, 0.0};
+        return {title, std::min(1.0, static_cast<double>(polarRows(job.polarPath)) / expected)};
+    };
+    const std::string reason = runXfoilScript(script, hooks);
+    if (!reason.empty()) return reason;
+    if (hooks.progress) hooks.progress->report(title, 1.0);
     if (!fs::exists(job.polarPath, ec)) return "XFOIL n'a enregistré aucune polaire pour " + job.runName();
     return "";
 }

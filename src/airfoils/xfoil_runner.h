@@ -9,6 +9,8 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "airfoils/solver_process.h"
 
@@ -52,6 +54,32 @@ std::string xfoilCommandText(const std::string& xfoilPath, const std::string& ho
 
 // The text of <name>_<Re>.KEY: 39 lines, 38 when smooth is off.
 std::string xfoilKeyText(const XfoilJob& job);
+
+// Any script run of XFOIL: the polar batch and the pressure distribution go
+// through the same steps (the virtual display, a writable working folder,
+// file names XFOIL can hold, the command file, the wait with its hooks and
+// time limit, the removal of the script files).
+struct XfoilScript {
+    std::string xfoilPath;             // the full path of the program
+    std::filesystem::path home;        // the program's folder: the script files go there
+    std::string commandFile;           // START_XFOIL.CMD, PRESSURE.CMD
+    std::string keyFile;               // the keystroke script's name in `home`
+    std::vector<std::string> outlines; // outline files the script loads: checked first
+    // Paths the script names; each is given to `keyText` in a form of 64
+    // characters at most (a long one through a short link to its folder).
+    std::vector<std::string> files;
+    std::function<std::string(const std::vector<std::string>& files)> keyText;
+    // Files of the run's results: removed when the solver is stopped or dies,
+    // as a result cut short is no result.
+    std::vector<std::filesystem::path> results;
+    int timeoutSeconds = 120;
+    // Progress between waits: the text and how far, asked once a second.
+    std::function<std::pair<std::string, double>()> progress;
+};
+
+// Runs the script; "" when XFOIL ran to its end, else one line for the user.
+// What XFOIL saved is the caller's to check and read.
+std::string runXfoilScript(const XfoilScript& script, const WaitHooks& hooks = {});
 
 // One run, from the removal of an old polar file to the removal of the script
 // files. The solver runs on the process's virtual display, in steps of one

@@ -31,6 +31,9 @@ const char* formName(Form f) {
         case Form::F_CONVERT: return "F_CONVERT";
         case Form::F_NACA: return "F_NACA";
         case Form::F_RIBS: return "F_RIBS";
+        case Form::F_AERO: return "F_AERO";
+        case Form::F_BASE: return "F_BASE";
+        case Form::F_TEST_POL: return "F_TEST_POL";
     }
     return "";
 }

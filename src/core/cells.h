@@ -32,6 +32,9 @@ enum class Form : uint8_t {
     F_CONVERT,
     F_NACA,
     F_RIBS,
+    F_AERO,
+    F_BASE,
+    F_TEST_POL,
 };
 
 const char* formName(Form f);

@@ -31,6 +31,10 @@ const std::vector<FixedList>& fixedLists() {
         {F_3D::Combo6, {"Générique", "APC", "Camprop", "GWS", "Master"}},
         {F_PROFILS::Combo0, {"Cl / Cd", "Cm / Cl", "Cl / Alpha", "Cm / Alpha", "Cd / Alpha"}},
         {F_PROFILS::Combo1, {"Cl / Cd", "Cm / Cl", "Cl / Alpha", "Cm / Alpha", "Cd / Alpha"}},
+        // The quantities of the boundary-layer chart of the pressure window.
+        {F_AERO::Combo1, {"Hk", "Top Dt", "Bot Dt", "Ue/V", "Cf", "Cd", "A/Ao", "Ct", "Log10 Ret", "Ret"}},
+        // XFOIL's Reynolds types: 1 Re fixed, 2 Re sqrt(CL) fixed, 3 Re CL fixed.
+        {F_AERO::Type, {"1 : Re fixe", "2 : Re.√CL fixe", "3 : Re.CL fixe"}},
         {F_CALC_MOT::G3,
          {"Avion léger", "Planeur début", "Planeur rapide", "Racer", "Remorqueur", "Traineur",
           "Voltige f3a", "Voltige loisir", "Maquette"}},

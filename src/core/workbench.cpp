@@ -32,6 +32,8 @@ void Workbench::fillAirfoilLists() {
         }
     }
     for (int i = 0; i < 2; ++i) sheet.setItems(F_RIBS::CB_1[i], names);
+    sheet.setItems(F_AERO::Combo5, names);
+    sheet.setItems(F_TEST_POL::CB_1, names);
     sheet.setItems(F_PREFER::Combo1, std::move(names));
 }
 

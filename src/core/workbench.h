@@ -8,6 +8,7 @@
 #include <map>
 #include <string>
 
+#include "core/airfoil_windows_state.h"
 #include "core/catalogue.h"
 #include "core/frame_state.h"
 #include "core/entry_table.h"
@@ -22,6 +23,8 @@
 #include "core/scene_state.h"
 
 namespace tarvokin {
+
+struct Progress;
 
 // Toolbar positions of the panels the recalculation and the load look at.
 namespace button {
@@ -55,6 +58,9 @@ public:
     VlmState vlm;                  // span loadings of the vortex-lattice panel
     FrameState frame;       // the frame generator's frame and its 3D piece
     GeneratorState generators;     // the NACA and rib generators
+    PressureState pressure;        // the pressure distribution window
+    DatabaseState database;        // the airfoil database browser
+    PolarStore testPolars;         // the interpolation window's airfoil, in slot 0
 
     std::string projectFilePath;   // full path of the current .MDL, empty when none
     std::string languageFilePath;  // language file of settings.languageCode
@@ -74,6 +80,8 @@ public:
     // Refresh of an open analysis panel, by toolbar position; later windows
     // register theirs. The recalculation calls those whose button is open.
     std::map<int, std::function<void(Workbench&)>> panelRefresh;
+    // What a panel does once as it opens and as it closes, beyond its refresh.
+    std::map<int, std::function<void(Workbench&)>> panelOpening, panelClosing;
 
     // What the windows' controls do, and the history of the user's entries
     // (the entry path fills and walks them).
@@ -88,6 +96,12 @@ public:
     // bar, the command-line program without one. True when the record was
     // filled. Without one, a missing polar stays missing.
     std::function<bool(int slot, int reynolds)> computePolar;
+
+    // A solver run started by a window's handler: the progress and Cancel of
+    // that window, by window name (none in the command-line program), and the
+    // events served between the waits (the GUI's event loop).
+    std::map<std::string, Progress*, std::less<>> solverProgress;
+    std::function<void()> serveEvents;
 
     // A Yes/No question: true for Yes. Without one (the command-line program)
     // the answer is No.

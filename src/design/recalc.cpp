@@ -129,7 +129,7 @@ void flyingWingCentre(Sheet& s) {
 
 void refreshOpenPanels(Workbench& wb) {
     static constexpr int kOrder[] = {button::Allongement, button::Servos, button::View2D, button::Performances,
-                                     button::Wizard};
+                                     button::Wizard, button::Aero};
     for (int b : kOrder) {
         // Button 29's Tag holds the lattice panel's surface: 1 wing, 2 stabiliser.
         const bool open = b == button::Wizard ? wb.sheet.val(F_Main::Toolbar2[b]) != 0 : wb.isOpen(b);

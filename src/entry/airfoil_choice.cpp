@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "airfoils/catalogue_edit.h"
+#include "airfoils/polar_database.h"
 #include "core/messages.h"
 #include "core/text_case.h"
 #include "core/workbench.h"
@@ -83,6 +84,8 @@ bool AddAirfoilFile(Workbench& wb, int slot, const std::string& source) {
     }
     Add_Profil(wb, slot, target.string());
     CB_1_Click(wb, slot, wb.computePolar);
+    // The database window, when on display, shows the new airfoil in its tree.
+    if (wb.isOpen(button::Base)) RefreshDatabaseTree(wb);
     return true;
 }
 

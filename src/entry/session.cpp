@@ -208,9 +208,17 @@ void TogglePanel(Workbench& wb, int button) {
     if (!wasOpen && button == button::Profils) wb.sheet.set(F_Main::T_profils, "1");
     if (!wasOpen && button == button::Wing) loadWingOutline(wb, OutlineWindow::F_Main);
     if (!wasOpen) PanelOpened(wb, button);
+    else PanelClosed(wb, button);
+}
+
+void PanelClosed(Workbench& wb, int button) {
+    auto it = wb.panelClosing.find(button);
+    if (it != wb.panelClosing.end() && it->second) runGuarded(wb, [&] { it->second(wb); });
 }
 
 void PanelOpened(Workbench& wb, int button) {
+    auto opening = wb.panelOpening.find(button);
+    if (opening != wb.panelOpening.end() && opening->second) runGuarded(wb, [&] { opening->second(wb); });
     // An analysis panel shows fresh figures as it opens.
     auto it = wb.panelRefresh.find(button);
     if (it != wb.panelRefresh.end() && it->second) runGuarded(wb, [&] { it->second(wb); });
@@ -219,6 +227,7 @@ void PanelOpened(Workbench& wb, int button) {
 void CloseAllPanels(Workbench& wb) {
     for (int b : {button::Motorisation, button::Allongement, button::Servos, button::Base, button::Performances,
                   button::Wing, button::Stab, button::Reglages, button::Fuselage}) {
+        if (wb.isOpen(b)) PanelClosed(wb, b);
         wb.setOpen(b, false);
     }
 }

@@ -57,6 +57,8 @@ void TogglePanel(Workbench& wb, int button);
 // ratio, motor calculation, motorisation, servos) computes its figures
 // through its registered refresh.
 void PanelOpened(Workbench& wb, int button);
+// A panel closed: what it leaves behind is cleared (its closing step).
+void PanelClosed(Workbench& wb, int button);
 void CloseAllPanels(Workbench& wb);
 
 // Language menu: code "0".."3".

@@ -18,6 +18,9 @@
 #include "entry/vlm_logic.h"
 #include "entry/workbook_logic.h"
 #include "entry/wizard_logic.h"
+#include "entry/pressure_logic.h"
+#include "entry/database_logic.h"
+#include "entry/interpolation_logic.h"
 #include "power/motorisation.h"
 #include "power/power_fields.h"
 
@@ -57,6 +60,9 @@ void InstallWindowLogic(Workbench& wb) {
     installWizardLogic(wb);
     installNacaLogic(wb);
     installRibsLogic(wb);
+    installPressureLogic(wb);
+    installDatabaseLogic(wb);
+    installInterpolationLogic(wb);
 }
 
 }  // namespace tarvokin

@@ -31,6 +31,8 @@
 #include "entry/window_logic.h"
 #include "entry/report_logic.h"
 #include "entry/workbook_logic.h"
+#include "entry/pressure_logic.h"
+#include "airfoils/pressure_files.h"
 
 namespace tarvokin {
 
@@ -50,6 +52,7 @@ const char* kUsage =
     "       tarvokin-cli polar FILE.POL [--re-index I] [--home DIR]\n"
     "       tarvokin-cli cx PROJECT.MDL [--home DIR] --at SLOT,RE,CZ [--at SLOT,RE,CZ]...\n"
     "       tarvokin-cli compute-polar OUTLINE.DAT NAME RE [--out FILE.POL] [--home DIR]\n"
+    "       tarvokin-cli pressure [--home DIR] [ENTRY]...\n"
     "       tarvokin-cli plan PROJECT.MDL [--home DIR] [--view centrage|profil|dessus|face]\n"
     "                    [ENTRY]... [--svg FILE.SVG] [--dxf FILE.DXF]\n"
     "       tarvokin-cli frame FILE.CVB --out FILE [--home DIR] [ENTRY]...\n"
@@ -144,7 +147,8 @@ struct FieldsArgs {
     std::string out;  // --out, the frame command's outline file
 };
 
-bool parseFieldsArgs(const std::vector<std::string>& a, FieldsArgs& out, std::string& error) {
+bool parseFieldsArgs(const std::vector<std::string>& a, FieldsArgs& out, std::string& error,
+                     bool projectNeeded = true) {
     for (size_t i = 1; i < a.size(); ++i) {
         const std::string& s = a[i];
         auto next = [&](std::string& v) {
@@ -207,14 +211,14 @@ bool parseFieldsArgs(const std::vector<std::string>& a, FieldsArgs& out, std::st
             out.entries.push_back({FieldsArgs::Entry::Undo, {}, {}});
         } else if (s == "--redo") {
             out.entries.push_back({FieldsArgs::Entry::Redo, {}, {}});
-        } else if (out.project.empty() && !s.empty() && s[0] != '-') {
+        } else if (projectNeeded && out.project.empty() && !s.empty() && s[0] != '-') {
             out.project = s;
         } else {
             error = "argument inconnu : " + s;
             return false;
         }
     }
-    if (out.project.empty()) {
+    if (projectNeeded && out.project.empty()) {
         error = "il manque le fichier projet";
         return false;
     }
@@ -984,6 +988,50 @@ int ribsCommand(const std::vector<std::string>& args, const std::string& executa
     return status;
 }
 
+// The pressure distribution of F_AERO: the window's defaults, the entries
+// as a user's (the window is closed meanwhile, so they only set fields),
+// then one run; the result fields and the two curves on stdout.
+int pressureCommand(const std::vector<std::string>& args, const std::string& executable, std::ostream& out,
+                    std::ostream& err) {
+    FieldsArgs fa;
+    std::string error;
+    if (!parseFieldsArgs(args, fa, error, false) || !fa.open.empty()) {
+        err << "tarvokin-cli: " << (error.empty() ? "--open n'a pas de sens ici" : error) << "\n" << kUsage;
+        return 2;
+    }
+    fs::path home;
+    if (!homeFor(fa.home, executable, home, err)) return 1;
+    Workbench wb(home);
+    InstallWindowLogic(wb);
+    int status = 0;
+    reportMessagesTo(wb, err, status);
+    ReadSettingsAndCatalogue(wb);
+    PreparePressureWindow(wb);
+    if (int st = applyEntries(wb, fa, err)) return st;
+    StreamProgress progress(err);
+    WaitHooks hooks;
+    hooks.progress = &progress;
+    PressureRun run;
+    if (!runGuarded(wb, [&] { run = Calc_Pressure(wb, hooks); })) return 1;
+    if (!run.result) {
+        err << "tarvokin-cli: " << run.reason << "\n";
+        return 1;
+    }
+    for (Cell c : {F_AERO::TCL, F_AERO::TCD, F_AERO::TCDP, F_AERO::TCM, F_AERO::TRE, F_AERO::TALFA, F_AERO::T_CpMax,
+                   F_AERO::T_CpMin})
+        out << cellPath(c) << "=" << wb.sheet.text(c) << "\n";
+    const PressureDistribution& d = wb.pressure.shown;
+    out << "# Cp\n";
+    for (const ChartPoint& p : d.cp) out << plain(p.x) << "," << plain(p.y) << "\n";
+    const int q = std::clamp(wb.sheet.listIndex(F_AERO::Combo1), 0, 9);
+    const PressureQuantity& quantity = kPressureQuantities[static_cast<size_t>(q)];
+    out << "# " << quantity.title << "\n";
+    auto it = d.quantities.find(quantity.key);
+    if (it != d.quantities.end())
+        for (const ChartPoint& p : it->second) out << plain(p.x) << "," << plain(p.y) << "\n";
+    return status;
+}
+
 }  // namespace
 
 void SetScreenHooks(std::function<void(Workbench&)> install) { screenHooks() = std::move(install); }
@@ -1034,6 +1082,7 @@ int runCli(const std::vector<std::string>& args, const std::string& executable, 
     if (args[0] == "import") return importCommand(args, executable, out, err);
     if (args[0] == "naca") return nacaCommand(args, executable, out, err);
     if (args[0] == "ribs") return ribsCommand(args, executable, out, err);
+    if (args[0] == "pressure") return pressureCommand(args, executable, out, err);
     err << "tarvokin-cli: commande inconnue : " << args[0] << "\n" << kUsage;
     return 2;
 }

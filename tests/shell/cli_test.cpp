@@ -348,3 +348,39 @@ TEST(CliFields, EntriesRunInOrderThroughTheWindowsHandlers) {
     EXPECT_EQ(cli({"fields", h.demo(), "--home", h.home(), "--click", "F_GEO_3.Nope"}).status, 2);
     EXPECT_EQ(cli({"fields", h.demo(), "--home", h.home(), "--click", "Command1"}).status, 2);
 }
+
+TEST(CliPressure, PrintsTheFieldsThenBothCurves) {
+    Home h;
+    const CliRun r = cli({"pressure", "--home", h.home(), "--set", "F_AERO.Combo5=E387", "--set", "F_AERO.Ch_Visc=1",
+                          "--set", "F_AERO.Check5=1", "--set", "F_AERO.Text9=1", "--set", "F_AERO.Text8=0.5",
+                          "--set", "F_AERO.Combo1=Cf"});
+    ASSERT_EQ(r.status, 0) << r.err;
+    const std::vector<std::string> order = {"F_AERO.TCL=", "F_AERO.TCD=", "F_AERO.TCDP=", "F_AERO.TCM=",
+                                            "F_AERO.TRE=", "F_AERO.TALFA=", "F_AERO.T_CpMax=", "F_AERO.T_CpMin=",
+                                            "# Cp\n", "# Cf\n"};
+    size_t at = 0;
+    for (const std::string& s : order) {
+        const size_t next = r.out.find(s, at);
+        ASSERT_NE(next, std::string::npos) << s;
+        at = next;
+    }
+    EXPECT_EQ(r.fields.at("F_AERO.TRE"), "250000");
+    EXPECT_EQ(r.fields.at("F_AERO.TALFA"), "1.000");
+    // The curves: "x,value" lines under each heading.
+    const std::string cp = r.out.substr(r.out.find("# Cp\n") + 5, 40);
+    EXPECT_NE(cp.find(','), std::string::npos);
+    EXPECT_EQ(r.out.find("nan"), std::string::npos);
+    EXPECT_EQ(r.out.find("inf"), std::string::npos);
+}
+
+TEST(CliPressure, NoResultIsExitStatusOneWithTheReason) {
+    Home h;
+    CliRun r = cli({"pressure", "--home", h.home(), "--set", "F_AERO.T_Re=0"});
+    EXPECT_EQ(r.status, 1);
+    EXPECT_NE(r.err.find("Reynolds"), std::string::npos) << r.err;
+    EXPECT_TRUE(r.out.empty());
+    r = cli({"pressure", "--home", h.home(), "--set", "F_AERO.Nothing=1"});
+    EXPECT_EQ(r.status, 2);
+    for (const char* f : {"PRESSURE.CMD", "Pressure.Key", "PRESSURE.TXT", "PRESSURE.cp"})
+        EXPECT_FALSE(std::filesystem::exists(h.dir / f)) << f;
+}

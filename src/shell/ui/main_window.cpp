@@ -12,6 +12,7 @@
 #include <QHBoxLayout>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QPointer>
 #include <QProcess>
 #include <QScrollArea>
 #include <QStackedWidget>
@@ -25,6 +26,9 @@
 #include "airfoils/ui/airfoil_window.h"
 #include "airfoils/ui/naca_window.h"
 #include "airfoils/ui/ribs_window.h"
+#include "airfoils/ui/database_window.h"
+#include "airfoils/ui/interpolation_window.h"
+#include "airfoils/ui/pressure_window.h"
 #include "airfoils/xfoil_runner.h"
 #include "construction/ui/frame_generator_window.h"
 #include "design/ui/allongement_window.h"
@@ -132,6 +136,13 @@ QString calculatorProgram() {
 MainWindow::MainWindow(Workbench& wb, SheetBridge& bridge, QWidget* parent)
     : QMainWindow(parent), wb_(wb), bridge_(bridge) {
     setObjectName("F_Main");
+    // Solver runs of the windows' handlers keep the interface served.
+    wb_.serveEvents = [] { QApplication::processEvents(); };
+    if (!wb_.askUser) {
+        wb_.askUser = [self = QPointer<MainWindow>(this)](const std::string& text) {
+            return QMessageBox::question(self, QStringLiteral("TARVOKIN"), qs(text)) == QMessageBox::Yes;
+        };
+    }
     buildCentre();
     buildAirfoilDock();
     buildToolbar();
@@ -213,6 +224,9 @@ void MainWindow::buildPanelWindows() {
     // The airfoil generators (toolbar 25 and 26, IM_NACAGEN and IM_RIBS).
     addPanelWindow(button::NacaGenerator, new NacaWindow(bridge_));
     addPanelWindow(button::RibGenerator, new RibsWindow(bridge_, [this] { return new RibViewWidget(bridge_); }));
+    addPanelWindow(button::Base, new DatabaseWindow(wb_, bridge_));
+    addPanelWindow(button::TestPol, new InterpolationWindow(wb_, bridge_));
+    addPanelWindow(button::Aero, new PressureWindow(wb_, bridge_));
 }
 
 void MainWindow::buildCentre() {

@@ -1,4 +1,4 @@
-// The TARVOKIN application: tarvokin [--home DIR] [PROJECT.MDL]
+// The TARVOKIN application: tarvokin [--home DIR] [--open N]... [--lang N] [PROJECT.MDL]
 #include <QApplication>
 #include <QLocale>
 #include <QMessageBox>
@@ -8,7 +8,10 @@
 #include <optional>
 
 #include "airfoils/solver_process.h"
+#include "shell/gui_args.h"
 #include "shell/home.h"
+#include "core/settings.h"
+#include "entry/entry_path.h"
 #include "entry/session.h"
 #include "core/ui/cell_widgets.h"
 #include "shell/ui/main_window.h"
@@ -19,6 +22,23 @@
 using namespace tarvokin;
 
 int main(int argc, char** argv) {
+    // The arguments first: --help and --version answer without a screen.
+    GuiArgs given;
+    {
+        std::string error;
+        if (!ParseGuiArgs(std::vector<std::string>(argv + 1, argv + argc), given, error)) {
+            std::cerr << "tarvokin: " << error << "\n" << kGuiUsage;
+            return 2;
+        }
+        if (given.help) {
+            std::cout << kGuiUsage;
+            return 0;
+        }
+        if (given.version) {
+            std::cout << GuiVersionText() << "\n";
+            return 0;
+        }
+    }
     QApplication app(argc, argv);
     // Number text is "." for the whole run, whatever the user's locale: Qt has
     // just taken the environment's locale, so put the numeric part back.
@@ -29,18 +49,8 @@ int main(int argc, char** argv) {
     stopSolversOnSignals();
 
     std::optional<std::filesystem::path> requestedHome;
-    std::string project;
-    const QStringList args = QApplication::arguments();
-    for (int i = 1; i < args.size(); ++i) {
-        if (args[i] == "--home" && i + 1 < args.size()) {
-            requestedHome = std::filesystem::path(args[++i].toStdString());
-        } else if (!args[i].startsWith("-")) {
-            project = args[i].toStdString();
-        } else {
-            std::cerr << "usage: tarvokin [--home DIR] [PROJECT.MDL]\n";
-            return 2;
-        }
-    }
+    if (given.home) requestedHome = std::filesystem::path(*given.home);
+    const std::string project = given.project;
 
     const std::filesystem::path home = userHomeFolder(requestedHome);
     std::string error;
@@ -60,6 +70,11 @@ int main(int argc, char** argv) {
     const StartupResult start = StartUp(wb);
     if (!start.message.empty()) wb.showMessage(start.message);
     if (start.stop) return 1;
+    if (given.language) {
+        // For this run only: the settings file keeps the modeller's choice.
+        wb.settings.languageCode = *given.language;
+        wb.languageFilePath = languageFile(wb.home(), *given.language).string();
+    }
 
     // The design window is where the modeller lives; the wing and its settings
     // are what a modeller works on first.
@@ -76,6 +91,14 @@ int main(int argc, char** argv) {
             wb.showMessage(UnknownAirfoilMessage(wb));
             return 1;
         }
+    }
+    // Each --open is a press of its toolbar button; a window already open stays.
+    for (int n : given.open) {
+        if (!window.opensWindow(n)) {
+            std::cerr << "tarvokin: le bouton " << n << " de la barre d'outils n'ouvre pas de fenêtre\n";
+            continue;
+        }
+        if (!wb.isOpen(n)) bridge.enter([&] { Click(wb, "F_Main", "Toolbar2", n); });
     }
     return QApplication::exec();
 }

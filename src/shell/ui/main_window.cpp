@@ -175,6 +175,11 @@ QAction* MainWindow::toolbarButton(int position) const {
     return it == buttons_.end() ? nullptr : it->second;
 }
 
+bool MainWindow::opensWindow(int position) const {
+    const QAction* a = toolbarButton(position);
+    return a && a->isEnabled() && a->isCheckable();
+}
+
 QWidget* MainWindow::designPanel(int button) const {
     auto it = designPanels_.find(button);
     return it == designPanels_.end() ? nullptr : it->second;

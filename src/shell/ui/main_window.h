@@ -29,6 +29,8 @@ public:
 
     // The toolbar action at a button position (separators have none).
     QAction* toolbarButton(int position) const;
+    // True when toolbar button `position` shows a window (a toggle).
+    bool opensWindow(int position) const;
     QWidget* designPanel(int button) const;
     AirfoilWindow* airfoilWindow() const { return airfoils_; }
     DesignWindow* designWindow() const { return design_; }

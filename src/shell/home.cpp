@@ -9,7 +9,11 @@ namespace fs = std::filesystem;
 
 fs::path shippedDataFolder(const fs::path& executable) {
     std::error_code ec;
-    fs::path exeDir = fs::weakly_canonical(executable, ec).parent_path();
+    // A program started through the search path knows itself only by name:
+    // the kernel's link to the running file says where it was installed.
+    fs::path self = fs::read_symlink("/proc/self/exe", ec);
+    if (ec || self.empty()) self = fs::weakly_canonical(executable, ec);
+    const fs::path exeDir = self.parent_path();
     const fs::path candidates[] = {
         exeDir / ".." / "share" / "tarvokin",
 #ifdef TARVOKIN_SHIPPED_DATA

@@ -14,6 +14,7 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <QProcess>
+#include <QScreen>
 #include <QScrollArea>
 #include <QStackedWidget>
 #include <QStandardPaths>
@@ -159,7 +160,16 @@ MainWindow::MainWindow(Workbench& wb, SheetBridge& bridge, QWidget* parent)
     connect(&bridge_, &SheetBridge::entryDone, this, &MainWindow::historyChanged);
     for (int p = 1; p <= 33; ++p) bridge_.watch(F_Main::Toolbar2[p], this, [this] { panelTagsChanged(); });
     panelTagsChanged();
-    resize(1200, 820);
+    // The first size fills a small screen and stays reasonable on a large one.
+    const QSize room = screen() ? screen()->availableGeometry().size() : QSize(1280, 800);
+    resize(room.boundedTo(QSize(1920, 1080)));
+    // Where there is room, the geometry docks take the width of the wing's
+    // five panels, so that no field of the grid hides behind a scroll bar.
+    if (room.width() >= 1600) {
+        int wide = 0;
+        for (const auto& [b, panel] : designPanels_) wide = std::max(wide, panel->minimumSizeHint().width());
+        if (wide > 0) resizeDocks({designDock_}, {wide + 24}, Qt::Horizontal);
+    }
 }
 
 MainWindow::~MainWindow() {

@@ -6,6 +6,7 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QToolBar>
 #include <QMenu>
 #include <QWidgetAction>
 #include <QPushButton>
@@ -61,7 +62,11 @@ DesignViewArea::DesignViewArea(Workbench& wb, SheetBridge& b, QWidget* parent)
     top->setContentsMargins(0, 0, 0, 0);
 
     // Drawing buttons, then a row of view buttons.
-    auto* bar = new QHBoxLayout;
+    // Tool bars rather than rows: on a narrow screen the buttons that do not
+    // fit go behind the bar's extension arrow instead of widening the window.
+    auto* bar = new QToolBar;
+    bar->setObjectName("BarRender");
+    bar->setToolButtonStyle(Qt::ToolButtonTextOnly);
     auto* renderGroup = new QButtonGroup(this);
     for (int i = 1; i <= 4; ++i) {
         auto* t = new QToolButton;
@@ -87,10 +92,11 @@ DesignViewArea::DesignViewArea(Workbench& wb, SheetBridge& b, QWidget* parent)
         view3d_->requestFrame();
     });
     bar->addWidget(fit);
-    bar->addStretch(1);
-    top->addLayout(bar);
+    top->addWidget(bar);
     // Second row: the views, the drawing switches, the export.
-    bar = new QHBoxLayout;
+    bar = new QToolBar;
+    bar->setObjectName("BarViews");
+    bar->setToolButtonStyle(Qt::ToolButtonTextOnly);
     auto* viewGroup = new QButtonGroup(this);
     for (PlanView v : {PlanView::Profil, PlanView::Dessus, PlanView::Face, PlanView::Vue3D}) {
         auto* t = new QToolButton;
@@ -103,7 +109,7 @@ DesignViewArea::DesignViewArea(Workbench& wb, SheetBridge& b, QWidget* parent)
         bar->addWidget(t);
     }
     connect(viewGroup, &QButtonGroup::idClicked, this, [this](int v) { showView(static_cast<PlanView>(v)); });
-    bar->addStretch(1);
+    bar->addSeparator();
     auto* exportButton = new QToolButton;
     exportButton->setObjectName("PB_EXPORT");
     exportButton->setText(QStringLiteral("Exporter le plan…"));
@@ -134,8 +140,8 @@ DesignViewArea::DesignViewArea(Workbench& wb, SheetBridge& b, QWidget* parent)
     photo->setText(QStringLiteral("Photo"));
     photo->setPopupMode(QToolButton::InstantPopup);
     photo->setMenu(photoMenu);
-    bar->addWidget(photo);
-    top->addLayout(bar);
+    QAction* photoAction = bar->addWidget(photo);
+    top->addWidget(bar);
 
     auto* row = new QHBoxLayout;
     auto* split = new QSplitter(Qt::Vertical);
@@ -189,7 +195,7 @@ DesignViewArea::DesignViewArea(Workbench& wb, SheetBridge& b, QWidget* parent)
     display->setText(QStringLiteral("Affichage"));
     display->setPopupMode(QToolButton::InstantPopup);
     display->setMenu(menu);
-    bar->insertWidget(bar->count() - 1, display);
+    bar->insertWidget(photoAction, display);
     top->addLayout(row, 1);
 
     // The master recalculation redraws the design window and its plans.

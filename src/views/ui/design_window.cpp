@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSlider>
+#include <QScrollArea>
 #include <QSplitter>
 #include <QTabWidget>
 #include <QVBoxLayout>
@@ -31,6 +32,17 @@
 namespace tarvokin::ui {
 
 namespace {
+
+// A tab's page scrolls when the screen is lower than the page: the window
+// then fits a 1280 × 800 screen.
+QScrollArea* scrolled(QWidget* page) {
+    auto* area = new QScrollArea;
+    area->setObjectName(page->objectName() + QStringLiteral("_scroll"));
+    area->setWidget(page);
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    return area;
+}
 
 QLabel* wrapped(CellLabel* l) {
     l->setWordWrap(true);
@@ -78,13 +90,13 @@ DesignWindow::DesignWindow(Workbench& wb, SheetBridge& b, QWidget* parent)
 
     tabs_ = new QTabWidget;
     tabs_->setObjectName("SSTab1");
-    tabs_->addTab(wingTab(), QStringLiteral("Aile"));
-    tabs_->addTab(stabTab(), QStringLiteral("Stab"));
-    tabs_->addTab(finTab(), QStringLiteral("Dérive"));
-    tabs_->addTab(fuselageTab(), QStringLiteral("Fuselage"));
-    tabs_->addTab(centringTab(), QStringLiteral("Centrage"));
-    tabs_->addTab(motorTab(), QStringLiteral("Moteur"));
-    tabs_->addTab(new DesignSummary(bridge_), QStringLiteral("Résumé"));
+    tabs_->addTab(scrolled(wingTab()), QStringLiteral("Aile"));
+    tabs_->addTab(scrolled(stabTab()), QStringLiteral("Stab"));
+    tabs_->addTab(scrolled(finTab()), QStringLiteral("Dérive"));
+    tabs_->addTab(scrolled(fuselageTab()), QStringLiteral("Fuselage"));
+    tabs_->addTab(scrolled(centringTab()), QStringLiteral("Centrage"));
+    tabs_->addTab(scrolled(motorTab()), QStringLiteral("Moteur"));
+    tabs_->addTab(scrolled(new DesignSummary(bridge_)), QStringLiteral("Résumé"));
     ll->addWidget(tabs_, 1);
     // The motor figures are computed when their tab comes up, so that they
     // follow the design as it stands (masses, polars, the chosen motor).

@@ -5,6 +5,7 @@
 #include <QMouseEvent>
 #include <QTabWidget>
 #include <QToolButton>
+#include <QScrollArea>
 #include <QtTest>
 
 #include "entry/entry_path.h"
@@ -105,7 +106,10 @@ private slots:
         f.window->toolbarButton(button::View3D)->trigger();
         QVERIFY(f.window->designWindow()->isVisible());
         f.window->toolbarButton(button::CalcMot)->trigger();
-        QCOMPARE(f.window->designWindow()->tabs()->currentWidget()->objectName(), QString("Frame20"));
+        // Each tab's page stands in a scroll area of its own.
+        auto* page = qobject_cast<QScrollArea*>(f.window->designWindow()->tabs()->currentWidget());
+        QVERIFY(page);
+        QCOMPARE(page->widget()->objectName(), QString("Frame20"));
         // Every toolbar button works or waits, visibly, with its tooltip.
         for (int p = 2; p <= 33; ++p)
             if (QAction* a = f.window->toolbarButton(p)) QVERIFY(!a->toolTip().isEmpty());

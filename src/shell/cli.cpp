@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <map>
+#include <memory>
 #include <optional>
 
 #include "airfoils/airfoil_selection.h"
@@ -325,6 +326,19 @@ void reportMessagesTo(Workbench& wb, std::ostream& err, int& status) {
     };
 }
 
+// The start of a command: the user's folder (seeded when new), a workbench
+// with the windows' logic, and the program's messages on stderr, where they
+// fail the command. Nothing when the folder cannot be made (said on stderr).
+std::unique_ptr<Workbench> startRun(const std::optional<fs::path>& requested, const std::string& executable,
+                                    std::ostream& err, int& status) {
+    fs::path home;
+    if (!homeFor(requested, executable, home, err)) return nullptr;
+    auto wb = std::make_unique<Workbench>(home);
+    InstallWindowLogic(*wb);
+    reportMessagesTo(*wb, err, status);
+    return wb;
+}
+
 int fieldsCommand(const std::vector<std::string>& args, const std::string& executable, std::ostream& out,
                   std::ostream& err, LoadedOutput output = LoadedOutput::Fields) {
     FieldsArgs fa;
@@ -334,12 +348,10 @@ int fieldsCommand(const std::vector<std::string>& args, const std::string& execu
         err << "tarvokin-cli: " << error << "\n" << kUsage;
         return 2;
     }
-    fs::path home;
-    if (!homeFor(fa.home, executable, home, err)) return 1;
-    Workbench wb(home);
-    InstallWindowLogic(wb);
     int status = 0;
-    reportMessagesTo(wb, err, status);
+    const std::unique_ptr<Workbench> started = startRun(fa.home, executable, err, status);
+    if (!started) return 1;
+    Workbench& wb = *started;
     for (int n : fa.open) wb.setOpen(n, true);
     if (int st = loadForCommand(wb, fa.project, err)) return st;
     fillSlots(wb, err);
@@ -400,12 +412,10 @@ int vlmCommand(const std::vector<std::string>& args, const std::string& executab
         err << "tarvokin-cli: " << error << "\n" << kUsage;
         return 2;
     }
-    fs::path home;
-    if (!homeFor(fa.home, executable, home, err)) return 1;
-    Workbench wb(home);
-    InstallWindowLogic(wb);
     int status = 0;
-    reportMessagesTo(wb, err, status);
+    const std::unique_ptr<Workbench> started = startRun(fa.home, executable, err, status);
+    if (!started) return 1;
+    Workbench& wb = *started;
     wb.beep = [&err] { err << "tarvokin-cli: VLM : matrice singulière, pas de résultat\n"; };
     if (int st = loadForCommand(wb, fa.project, err)) return st;
     const std::string tag = stab ? "2" : "1";
@@ -449,12 +459,10 @@ int planCommand(const std::vector<std::string>& args, const std::string& executa
         err << "tarvokin-cli: vue inconnue : " << view << "\n" << kUsage;
         return 2;
     }
-    fs::path home;
-    if (!homeFor(fa.home, executable, home, err)) return 1;
-    Workbench wb(home);
-    InstallWindowLogic(wb);
     int status = 0;
-    reportMessagesTo(wb, err, status);
+    const std::unique_ptr<Workbench> started = startRun(fa.home, executable, err, status);
+    if (!started) return 1;
+    Workbench& wb = *started;
     if (int st = loadForCommand(wb, fa.project, err)) return st;
     if (int st = applyEntries(wb, fa, err)) return st;
     const Plan plan = chosen == views.end() ? DrawCentringPlan(wb) : *DrawViews(wb, chosen->second);
@@ -490,13 +498,11 @@ int reportCommand(const std::vector<std::string>& args, const std::string& execu
         err << "tarvokin-cli: " << error << "\n" << kUsage;
         return 2;
     }
-    fs::path home;
-    if (!homeFor(fa.home, executable, home, err)) return 1;
-    Workbench wb(home);
-    InstallWindowLogic(wb);
-    if (screenHooks()) screenHooks()(wb);
     int status = 0;
-    reportMessagesTo(wb, err, status);
+    const std::unique_ptr<Workbench> started = startRun(fa.home, executable, err, status);
+    if (!started) return 1;
+    Workbench& wb = *started;
+    if (screenHooks()) screenHooks()(wb);
     for (int n : fa.open) wb.setOpen(n, true);
     if (int st = loadForCommand(wb, fa.project, err)) return st;
     fillSlots(wb, err);
@@ -535,12 +541,10 @@ int exportCommand(std::vector<std::string> args, const std::string& executable, 
         err << "tarvokin-cli: " << error << "\n" << kUsage;
         return 2;
     }
-    fs::path home;
-    if (!homeFor(fa.home, executable, home, err)) return 1;
-    Workbench wb(home);
-    InstallWindowLogic(wb);
     int status = 0;
-    reportMessagesTo(wb, err, status);
+    const std::unique_ptr<Workbench> started = startRun(fa.home, executable, err, status);
+    if (!started) return 1;
+    Workbench& wb = *started;
     if (int st = loadForCommand(wb, fa.project, err)) return st;
     fillSlots(wb, err);
     if (int st = applyEntries(wb, fa, err)) return st;
@@ -579,12 +583,10 @@ int importCommand(std::vector<std::string> args, const std::string& executable, 
         err << "tarvokin-cli: " << error << "\n" << kUsage;
         return 2;
     }
-    fs::path home;
-    if (!homeFor(fa.home, executable, home, err)) return 1;
-    Workbench wb(home);
-    InstallWindowLogic(wb);
     int status = 0;
-    reportMessagesTo(wb, err, status);
+    const std::unique_ptr<Workbench> started = startRun(fa.home, executable, err, status);
+    if (!started) return 1;
+    Workbench& wb = *started;
     if (int st = loadForCommand(wb, fa.project, err)) return st;
     std::error_code ec;
     const std::string book = fs::absolute(fa.out, ec).string();
@@ -615,12 +617,10 @@ int newModelCommand(std::vector<std::string> args, const std::string& executable
         err << "tarvokin-cli: " << error << "\n" << kUsage;
         return 2;
     }
-    fs::path home;
-    if (!homeFor(fa.home, executable, home, err)) return 1;
-    Workbench wb(home);
-    InstallWindowLogic(wb);
     int status = 0;
-    reportMessagesTo(wb, err, status);
+    const std::unique_ptr<Workbench> started = startRun(fa.home, executable, err, status);
+    if (!started) return 1;
+    Workbench& wb = *started;
     ReadSettingsAndCatalogue(wb);
     if (int st = applyEntries(wb, fa, err)) return st;
     if (!runGuarded(wb, [&] { Click(wb, "F_WIZZARD", "Command1"); })) return 1;
@@ -774,12 +774,10 @@ int frameCommand(const std::vector<std::string>& args, const std::string& execut
         err << "tarvokin-cli: " << (error.empty() ? "il manque --out FICHIER" : error) << "\n" << kUsage;
         return 2;
     }
-    fs::path home;
-    if (!homeFor(fa.home, executable, home, err)) return 1;
-    Workbench wb(home);
-    InstallWindowLogic(wb);
     int status = 0;
-    reportMessagesTo(wb, err, status);
+    const std::unique_ptr<Workbench> started = startRun(fa.home, executable, err, status);
+    if (!started) return 1;
+    Workbench& wb = *started;
     std::string warning;
     if (!LoadFrameProject(wb.frame, fa.project, warning)) {
         err << "tarvokin-cli: " << warning << "\n";
@@ -857,12 +855,10 @@ int nacaCommand(const std::vector<std::string>& args, const std::string& executa
         err << "tarvokin-cli: --family attend un numéro de famille de 0 à " << naca::kFamilies - 1 << "\n" << kUsage;
         return 2;
     }
-    fs::path home;
-    if (!homeFor(ga.entries.home, executable, home, err)) return 1;
-    Workbench wb(home);
-    InstallWindowLogic(wb);
     int status = 0;
-    reportMessagesTo(wb, err, status);
+    const std::unique_ptr<Workbench> started = startRun(ga.entries.home, executable, err, status);
+    if (!started) return 1;
+    Workbench& wb = *started;
     ReadSettingsAndCatalogue(wb);
 
     // The entries a modeller makes at the window, in its order: the family,
@@ -910,7 +906,7 @@ int nacaCommand(const std::vector<std::string>& args, const std::string& executa
         Action a{Act::Click, "F_NACA", "Command2", -1};
         runGuarded(wb, [&] { Perform(wb, a); });
         err << wb.sheet.text(F_NACA::StatusBar1) << "\n";
-        const fs::path dat = home / "DATA" / (wb.sheet.text(F_NACA::Label5) + ".DAT");
+        const fs::path dat = wb.home() / "DATA" / (wb.sheet.text(F_NACA::Label5) + ".DAT");
         std::error_code ec;
         if (!fs::is_regular_file(dat, ec)) return 1;
     }
@@ -999,12 +995,10 @@ int pressureCommand(const std::vector<std::string>& args, const std::string& exe
         err << "tarvokin-cli: " << (error.empty() ? "--open n'a pas de sens ici" : error) << "\n" << kUsage;
         return 2;
     }
-    fs::path home;
-    if (!homeFor(fa.home, executable, home, err)) return 1;
-    Workbench wb(home);
-    InstallWindowLogic(wb);
     int status = 0;
-    reportMessagesTo(wb, err, status);
+    const std::unique_ptr<Workbench> started = startRun(fa.home, executable, err, status);
+    if (!started) return 1;
+    Workbench& wb = *started;
     ReadSettingsAndCatalogue(wb);
     PreparePressureWindow(wb);
     if (int st = applyEntries(wb, fa, err)) return st;

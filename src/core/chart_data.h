@@ -24,6 +24,7 @@ inline constexpr int Solid = 1, Dashed = 3;
 
 struct ChartPoint {
     double x = 0, y = 0;
+    bool operator==(const ChartPoint&) const = default;
 };
 
 struct ChartSeries {
@@ -34,6 +35,7 @@ struct ChartSeries {
     std::vector<ChartPoint> points;
     bool withPoints = false;  // mark each point
     bool inLegend = true;     // several series of one airfoil share one legend entry
+    bool operator==(const ChartSeries&) const = default;
 };
 
 struct ChartMarker {
@@ -43,6 +45,7 @@ struct ChartMarker {
     Rgb colour;
     int size = 13;  // point diameter in pixels
     std::string label;
+    bool operator==(const ChartMarker&) const = default;
 };
 
 struct ChartData {
@@ -54,6 +57,7 @@ struct ChartData {
     // Series without any finite point are dropped and non-finite points are
     // removed, so a chart never receives inf or nan.
     void dropNonFinite();
+    bool operator==(const ChartData&) const = default;
 };
 
 // The smoothing every plotted performance curve goes through: from n + 1 points

@@ -87,8 +87,13 @@ int ChartPanel::seriesCount() const {
 QString ChartPanel::readout() const { return readout_->text(); }
 
 void ChartPanel::setData(const ChartData& input) {
-    data_ = input;
-    data_.dropNonFinite();
+    ChartData given = input;
+    given.dropNonFinite();
+    // Rebuilding a chart's series and axes is by far the dearest part of a
+    // window's redraw: a chart whose data did not change keeps what it drew.
+    if (built_ && given == data_) return;
+    built_ = true;
+    data_ = std::move(given);
     chart_->removeAllSeries();
     for (QAbstractAxis* a : chart_->axes()) {
         chart_->removeAxis(a);

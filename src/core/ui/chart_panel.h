@@ -42,6 +42,7 @@ private:
     QChartView* view_;
     QLabel* readout_;
     ChartData data_;
+    bool built_ = false;
 };
 
 QColor toQColor(const Rgb& c);

@@ -84,7 +84,9 @@ void SelectSlotAirfoil(Workbench& wb, int slot, const PolarComputer& compute) {
     } else {
         for (int i = 0; i < kReynoldsCount; ++i) {
             const int re = kStandardReynolds[static_cast<size_t>(i)];
-            if (!Read_Polar(wb.polars, polarFile(wb, text, re), slot, i) && compute) compute(slot, re);
+            const fs::path file = polarFile(wb, text, re);
+            const bool underWay = polarBeingComputed(file);
+            if ((underWay || !Read_Polar(wb.polars, file, slot, i)) && compute) compute(slot, re);
         }
     }
     const PolarFigures& f = wb.polars.figures[static_cast<size_t>(slot)];

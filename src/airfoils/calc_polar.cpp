@@ -102,7 +102,8 @@ PolarRun Calc_Polar(Workbench& wb, int mode, std::optional<std::string> Re, cons
     }
     // A failed run is read too: the reader finds no file and leaves the
     // slot's record empty, which is what the callers expect of it.
-    if (slot && readPolar) run.read = readPolar(run.polar);
+    // Except a polar another program is still writing: it is no polar yet.
+    if (slot && readPolar && !polarBeingComputed(run.polar)) run.read = readPolar(run.polar);
     return run;
 }
 

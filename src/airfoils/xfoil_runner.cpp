@@ -546,14 +546,8 @@ std::vector<std::string> runXfoilBatch(const std::vector<XfoilJob>& jobs, int wi
     auto report = [&] {
         if (!hooks.progress) return;
         std::vector<std::pair<std::string, double>> states;
-        double sum = 0.0;
-        for (const auto& r : runs) {
-            const double f = r->command ? r->fraction() : 1.0;
-            states.emplace_back(r->title, f);
-            sum += f;
-        }
+        for (const auto& r : runs) states.emplace_back(r->title, r->command ? r->fraction() : 1.0);
         hooks.progress->reportRuns(states);
-        (void)sum;
     };
     auto overall = [&] {
         double sum = 0.0;

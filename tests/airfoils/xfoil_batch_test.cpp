@@ -190,8 +190,18 @@ TEST(XfoilBatch, APolarAnotherProgramComputesIsLeftToItWithAClearReason) {
         runs = Calc_Polars(inst.wb, slot, reynolds, {}, 2);
     };
     SelectSlotAirfoil(inst.wb, 0, inst.wb.computePolar);
+    // The one-at-a-time run refuses it the same way.
+    XfoilJob job;
+    job.xfoilPath = "/usr/bin/xfoil";
+    job.home = inst.dir.path();
+    job.name = "CLARKY";
+    job.Re = "100000";
+    job.datPath = (inst.dir / "DATA" / "CLARKY.DAT").string();
+    job.polarPath = busy.string();
+    const std::string refused = runXfoil(job);
     ::kill(other, SIGKILL);
     ::waitpid(other, nullptr, 0);
+    EXPECT_NE(refused.find("autre instance"), std::string::npos) << refused;
 
     ASSERT_EQ(runs.size(), 6u);
     EXPECT_EQ(asked, inst.allReynolds());
@@ -201,15 +211,7 @@ TEST(XfoilBatch, APolarAnotherProgramComputesIsLeftToItWithAClearReason) {
     EXPECT_EQ(inst.wb.polars.Polars[0][2].LastRow, 0);  // not read half written
     for (size_t i : {0u, 1u, 3u, 4u, 5u}) EXPECT_TRUE(runs[i].computed()) << i << ": " << runs[i].reason;
 
-    // The one-at-a-time run refuses it the same way, and once the other
-    // program is gone (its lock with it) the polar is computed.
-    XfoilJob job;
-    job.xfoilPath = "/usr/bin/xfoil";
-    job.home = inst.dir.path();
-    job.name = "CLARKY";
-    job.Re = "100000";
-    job.datPath = (inst.dir / "DATA" / "CLARKY.DAT").string();
-    job.polarPath = busy.string();
+    // Once the other program is gone (its lock with it) the polar is computed.
     EXPECT_FALSE(polarBeingComputed(busy));
     EXPECT_EQ(runXfoil(job), "");
     EXPECT_TRUE(PolarHasRows(busy));

@@ -598,7 +598,6 @@ std::vector<std::string> runXfoilBatch(const std::vector<XfoilJob>& jobs, int wi
             for (auto& r : runs) {
                 if (r->command && r->command->ended()) {
                     reasons[r->index] = r->finish();
-                    if (hooks.progress) hooks.progress->report(r->title, overall());
                     anyEnded = true;
                 }
             }

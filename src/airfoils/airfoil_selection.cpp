@@ -1,9 +1,11 @@
 #include "airfoils/airfoil_selection.h"
 
 #include <cmath>
+#include <memory>
 
 #include "airfoils/catalogue_edit.h"
 #include "airfoils/polar_lookup.h"
+#include "airfoils/xfoil_runner.h"
 #include "core/profile_file.h"
 #include "core/workbench.h"
 #include "core/project_key.h"
@@ -58,9 +60,34 @@ void SelectSlotAirfoil(Workbench& wb, int slot, const PolarComputer& compute) {
     const int last = static_cast<int>(wb.catalogue.rows.size()) - 1;
     if (s.listIndex(list) > last) s.setListIndex(list, last);
 
-    for (int i = 0; i < kReynoldsCount; ++i) {
-        const int re = kStandardReynolds[static_cast<size_t>(i)];
-        if (!Read_Polar(wb.polars, polarFile(wb, text, re), slot, i) && compute) compute(slot, re);
+    // A new airfoil misses several polars: they are computed together, then
+    // every polar is read in the order of the Reynolds numbers, as the runs
+    // one at a time would have read them. A polar another program is
+    // computing counts as missing: half written, it is no polar yet, and
+    // the batch says why it leaves it alone.
+    std::vector<int> missing;
+    if (compute && wb.computePolars) {
+        const auto probe = std::make_unique<PolarStore>();  // a read that changes nothing
+        for (int i = 0; i < kReynoldsCount; ++i) {
+            const int re = kStandardReynolds[static_cast<size_t>(i)];
+            const fs::path file = polarFile(wb, text, re);
+            if (polarBeingComputed(file) || !Read_Polar(*probe, file, slot, i)) missing.push_back(re);
+        }
+    }
+    if (missing.size() > 1) {
+        wb.computePolars(slot, missing);
+        for (int i = 0; i < kReynoldsCount; ++i) {
+            const int re = kStandardReynolds[static_cast<size_t>(i)];
+            const fs::path file = polarFile(wb, text, re);
+            if (!polarBeingComputed(file)) Read_Polar(wb.polars, file, slot, i);
+        }
+    } else {
+        for (int i = 0; i < kReynoldsCount; ++i) {
+            const int re = kStandardReynolds[static_cast<size_t>(i)];
+            const fs::path file = polarFile(wb, text, re);
+            const bool underWay = polarBeingComputed(file);
+            if ((underWay || !Read_Polar(wb.polars, file, slot, i)) && compute) compute(slot, re);
+        }
     }
     const PolarFigures& f = wb.polars.figures[static_cast<size_t>(slot)];
     s.setFixed(F_PROFILS::T_CXMin[slot], f.T_CXMin, 5);

@@ -29,6 +29,38 @@ std::string forSolver(const fs::path& home, const std::string& path, bool mustEx
     return (mustExist ? existingSpelling(p) : p).string();
 }
 
+// The run of an airfoil at a Reynolds number with the settings of the folder.
+XfoilJob jobOf(const Workbench& wb, const std::string& airfoil, const std::string& reText, const std::string& dat,
+               const std::string& polar) {
+    const fs::path& home = wb.home();
+    XfoilJob job;
+    job.xfoilPath = wb.settings.xfoilPath;
+    job.home = home;
+    job.name = airfoil;
+    job.Re = reText;
+    job.datPath = forSolver(home, dat, true);
+    job.polarPath = forSolver(home, polar, false);
+    job.iterations = wb.settings.iterations;
+    job.alphaFirst = wb.settings.clIncidDe;
+    job.alphaLast = wb.settings.clIncidA;
+    job.alphaStep = wb.settings.clIncidPas;
+    job.smooth = wb.settings.smooth;
+    job.timeoutSeconds = wb.settings.xfoilTimeout;
+    return job;
+}
+
+// The airfoil of a slot and its outline, as the catalogue names them.
+void slotAirfoil(const Workbench& wb, int slot, std::string& airfoil, std::string& dat) {
+    airfoil = wb.sheet.text(F_PROFILS::CB_1[slot]);
+    const size_t row = wb.catalogue.Find_Profil(airfoil);
+    if (row != kNotFound) {
+        dat = wb.catalogue.rows[row].Path;
+        // A generic name stands for its outline file: the polars bear that
+        // file's name, which is also the one the selection looks for.
+        if (airfoil.find("Générique") != std::string::npos) airfoil = fs::path(dat).stem().string();
+    }
+}
+
 }  // namespace
 
 PolarRun Calc_Polar(Workbench& wb, int mode, std::optional<std::string> Re, const std::string& polarPath,
@@ -36,21 +68,13 @@ PolarRun Calc_Polar(Workbench& wb, int mode, std::optional<std::string> Re, cons
                     const PolarReader& readPolar) {
     PolarRun run;
     const bool slot = mode >= 0 && mode <= 2;
-    const fs::path& home = wb.home();
 
     double re = Re ? leadingNumber(*Re) : 0.0;
     std::string airfoil, dat, polar;
     if (slot) {
         if (!Re) re = kDefaultReynolds;
         if (re == 0.0) return run;
-        airfoil = wb.sheet.text(F_PROFILS::CB_1[mode]);
-        const size_t row = wb.catalogue.Find_Profil(airfoil);
-        if (row != kNotFound) {
-            dat = wb.catalogue.rows[row].Path;
-            // A generic name stands for its outline file: the polars bear that
-            // file's name, which is also the one the selection looks for.
-            if (airfoil.find("Générique") != std::string::npos) airfoil = fs::path(dat).stem().string();
-        }
+        slotAirfoil(wb, mode, airfoil, dat);
     } else if (mode == 99) {
         airfoil = trim(name);
         dat = "DATA/" + airfoil + ".DAT";
@@ -65,19 +89,7 @@ PolarRun Calc_Polar(Workbench& wb, int mode, std::optional<std::string> Re, cons
     const std::string reText = plain(std::round(re));
     if (slot || mode == 99) polar = "POLAIRES/" + airfoil + "_" + reText + ".POL";
 
-    XfoilJob job;
-    job.xfoilPath = wb.settings.xfoilPath;
-    job.home = home;
-    job.name = airfoil;
-    job.Re = reText;
-    job.datPath = forSolver(home, dat, true);
-    job.polarPath = forSolver(home, polar, false);
-    job.iterations = wb.settings.iterations;
-    job.alphaFirst = wb.settings.clIncidDe;
-    job.alphaLast = wb.settings.clIncidA;
-    job.alphaStep = wb.settings.clIncidPas;
-    job.smooth = wb.settings.smooth;
-    job.timeoutSeconds = wb.settings.xfoilTimeout;
+    const XfoilJob job = jobOf(wb, airfoil, reText, dat, polar);
 
     run.polar = job.polarPath;
     run.reason = runXfoil(job, hooks);
@@ -90,8 +102,34 @@ PolarRun Calc_Polar(Workbench& wb, int mode, std::optional<std::string> Re, cons
     }
     // A failed run is read too: the reader finds no file and leaves the
     // slot's record empty, which is what the callers expect of it.
-    if (slot && readPolar) run.read = readPolar(run.polar);
+    // Except a polar another program is still writing: it is no polar yet.
+    if (slot && readPolar && !polarBeingComputed(run.polar)) run.read = readPolar(run.polar);
     return run;
+}
+
+std::vector<PolarRun> Calc_Polars(Workbench& wb, int slot, const std::vector<int>& reynolds, const WaitHooks& hooks,
+                                  int width) {
+    std::vector<PolarRun> runs(reynolds.size());
+    if (slot < 0 || slot > 2) return runs;
+    std::string airfoil, dat;
+    slotAirfoil(wb, slot, airfoil, dat);
+    std::vector<XfoilJob> jobs;
+    for (int re : reynolds) {
+        const std::string reText = std::to_string(re);
+        jobs.push_back(jobOf(wb, airfoil, reText, dat, "POLAIRES/" + airfoil + "_" + reText + ".POL"));
+    }
+    const std::vector<std::string> reasons = runXfoilBatch(jobs, width > 0 ? width : polarBatchWidth(), hooks);
+    for (size_t i = 0; i < runs.size(); ++i) {
+        PolarRun& run = runs[i];
+        run.polar = jobs[i].polarPath;
+        run.reason = reasons[i];
+        run.saved = run.reason.empty();
+        if (run.saved && !PolarHasRows(run.polar)) {
+            run.reason = "XFOIL : aucun point convergé pour Re " + jobs[i].Re;
+            if (hooks.progress) hooks.progress->report(run.reason, 1.0);
+        }
+    }
+    return runs;
 }
 
 }  // namespace tarvokin

@@ -46,7 +46,8 @@ void killGroup(pid_t pid) {
 
 // The runs under way, readable from a signal handler: fixed storage, and a
 // slot is marked used only once it is filled.
-constexpr int kLiveRuns = 4, kRunFiles = 3, kPathMax = 4096;
+// Room for the polar batch on a machine with many cores.
+constexpr int kLiveRuns = 32, kRunFiles = 3, kPathMax = 4096;
 struct LiveRun {
     volatile sig_atomic_t used = 0;
     pid_t group = 0;
@@ -133,14 +134,7 @@ ProcessOutcome outcomeOf(int status) {
 
 }  // namespace
 
-ProcessOutcome runCommandFile(const CommandFileRun& run, const WaitHooks& hooks,
-                              const std::function<void()>& eachStep) {
-    ProcessOutcome outcome;
-    if (hooks.progress && hooks.progress->cancelled()) {
-        outcome.end = ProcessOutcome::Cancelled;
-        return outcome;
-    }
-
+RunningCommand::RunningCommand(const CommandFileRun& run) {
     // Everything the child needs is made before the fork: between fork and
     // exec a threaded program may only make async-signal-safe calls.
     std::string shell = "/bin/sh", script = run.script.string(), dir = run.workDir.string();
@@ -149,10 +143,15 @@ ProcessOutcome runCommandFile(const CommandFileRun& run, const WaitHooks& hooks,
     std::vector<char*> envp;
     for (auto& e : env) envp.push_back(e.data());
     envp.push_back(nullptr);
+    deadline_ = run.timeoutSeconds > 0 ? Clock::now() + std::chrono::seconds(run.timeoutSeconds)
+                                       : Clock::time_point::max();
 
     const pid_t program = ::getpid();
     const pid_t pid = ::fork();
-    if (pid < 0) return outcome;  // NotStarted
+    if (pid < 0) {  // NotStarted
+        done_ = true;
+        return;
+    }
     if (pid == 0) {
         // A group of its own, so that a stop reaches the solver behind the shell.
         ::setpgid(0, 0);
@@ -175,49 +174,83 @@ ProcessOutcome runCommandFile(const CommandFileRun& run, const WaitHooks& hooks,
         ::_exit(127);
     }
     ::setpgid(pid, pid);  // also here, so that a kill can't come before the child's own call
-    const int live = registerRun(pid, run.runFiles);
-    const pid_t watchdog = startWatchdog(pid, program);
-    // Whatever way the wait ends, the run leaves the list and its watchdog goes.
-    struct Leave {
-        int live;
-        pid_t watchdog;
-        ~Leave() {
-            unregisterRun(live);
-            endWatchdog(watchdog);
-        }
-    } leave{live, watchdog};
+    pid_ = pid;
+    live_ = registerRun(pid, run.runFiles);
+    watchdog_ = startWatchdog(pid, program);
+}
 
-    const auto step = std::chrono::milliseconds(std::max(run.stepMs, 1));
-    const auto deadline = run.timeoutSeconds > 0 ? Clock::now() + std::chrono::seconds(run.timeoutSeconds)
-                                                 : Clock::time_point::max();
+RunningCommand::~RunningCommand() {
+    if (!done_) stop(ProcessOutcome::Cancelled);
+}
+
+// Whatever way the run ends, it leaves the list and its watchdog goes.
+void RunningCommand::leave() {
+    done_ = true;
+    unregisterRun(live_);
+    live_ = -1;
+    endWatchdog(watchdog_);
+    watchdog_ = -1;
+}
+
+bool RunningCommand::ended() {
+    if (done_) return true;
     for (;;) {
-        const auto stepEnd = std::min(Clock::now() + step, deadline);
+        int status = 0;
+        const pid_t r = ::waitpid(pid_, &status, WNOHANG);
+        if (r == pid_) {
+            outcome_ = outcomeOf(status);
+            leave();
+            return true;
+        }
+        if (r < 0 && errno == EINTR) continue;
+        if (r < 0) {  // reaped elsewhere: its result is lost
+            outcome_.end = ProcessOutcome::Exited;
+            outcome_.code = 0;
+            leave();
+            return true;
+        }
+        return false;
+    }
+}
+
+void RunningCommand::stop(ProcessOutcome::End why) {
+    if (ended()) return;
+    killGroup(pid_);
+    outcome_.end = why;
+    outcome_.code = 0;
+    leave();
+}
+
+bool RunningCommand::pastDeadline() const { return Clock::now() >= deadline_; }
+
+ProcessOutcome runCommandFile(const CommandFileRun& run, const WaitHooks& hooks,
+                              const std::function<void()>& eachStep) {
+    if (hooks.progress && hooks.progress->cancelled()) {
+        ProcessOutcome outcome;
+        outcome.end = ProcessOutcome::Cancelled;
+        return outcome;
+    }
+    RunningCommand command(run);
+    const auto step = std::chrono::milliseconds(std::max(run.stepMs, 1));
+    for (;;) {
+        const auto stepEnd = Clock::now() + step;
         // Within a step the end of the script is noticed at once, so a short
         // run doesn't cost a whole second.
         for (;;) {
-            int status = 0;
-            const pid_t r = ::waitpid(pid, &status, WNOHANG);
-            if (r == pid) return outcomeOf(status);
-            if (r < 0 && errno != EINTR) {  // reaped elsewhere: its result is lost
-                outcome.end = ProcessOutcome::Exited;
-                outcome.code = 0;
-                return outcome;
-            }
+            if (command.ended()) return command.outcome();
             const auto now = Clock::now();
-            if (now >= stepEnd) break;
+            if (now >= stepEnd || command.pastDeadline()) break;
             std::this_thread::sleep_for(std::min<Clock::duration>(std::chrono::milliseconds(20), stepEnd - now));
         }
         if (eachStep) eachStep();
         if (hooks.betweenWaits) hooks.betweenWaits();
         if (hooks.progress && hooks.progress->cancelled()) {
-            killGroup(pid);
-            outcome.end = ProcessOutcome::Cancelled;
-            return outcome;
+            command.stop(ProcessOutcome::Cancelled);
+            return command.outcome();
         }
-        if (Clock::now() >= deadline) {
-            killGroup(pid);
-            outcome.end = ProcessOutcome::TimedOut;
-            return outcome;
+        if (command.pastDeadline()) {
+            command.stop(ProcessOutcome::TimedOut);
+            return command.outcome();
         }
     }
 }

@@ -4,6 +4,7 @@
 // progress, and may cancel. A time limit stops a solver that hangs.
 #pragma once
 
+#include <chrono>
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -45,6 +46,35 @@ struct ProcessOutcome {
 // it started) and reaps the shell.
 ProcessOutcome runCommandFile(const CommandFileRun& run, const WaitHooks& hooks,
                               const std::function<void()>& eachStep = {});
+
+// A command file started without waiting for it: the polar batch starts
+// several and watches them all in one loop of its own. The same start, group,
+// watchdog and kill as runCommandFile; the destructor kills a run still going.
+class RunningCommand {
+public:
+    explicit RunningCommand(const CommandFileRun& run);
+    ~RunningCommand();
+    RunningCommand(const RunningCommand&) = delete;
+    RunningCommand& operator=(const RunningCommand&) = delete;
+
+    // True once the run has ended (outcome() then tells how); never waits.
+    bool ended();
+    // Kills the group and reaps the shell; the outcome becomes `why`
+    // (Cancelled or TimedOut). Nothing when the run has already ended.
+    void stop(ProcessOutcome::End why);
+    bool pastDeadline() const;
+    const ProcessOutcome& outcome() const { return outcome_; }
+
+private:
+    void leave();
+
+    int pid_ = -1;
+    int watchdog_ = -1;
+    int live_ = -1;
+    bool done_ = false;
+    std::chrono::steady_clock::time_point deadline_;
+    ProcessOutcome outcome_;
+};
 
 // A run never outlives the program. The child asks the kernel to kill it
 // when the program dies, and a watchdog in its group takes the solver the

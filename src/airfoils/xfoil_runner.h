@@ -88,6 +88,30 @@ std::string runXfoilScript(const XfoilScript& script, const WaitHooks& hooks = {
 // one line for the user; a run that was stopped or crashed leaves no polar.
 std::string runXfoil(const XfoilJob& job, const WaitHooks& hooks = {});
 
+// ---- The polar batch ---------------------------------------------------------
+
+// How many solver runs the batch keeps going at once: one a core of the
+// machine, at least two (XFOIL computes on one core; the rest of its time
+// goes to its window on the display, so two share a single core well).
+int polarBatchWidth();
+
+// Runs the jobs, `width` at a time, and returns one reason per job in the
+// jobs' order ("" when XFOIL ran to its end and saved the polar file). Each
+// run has a folder of its own in the process's private folder, with its own
+// START_XFOIL.CMD, key file and marker, and XFOIL works there, so that the
+// scratch files of two runs never meet; all share the one virtual display.
+// The wait is one loop over every run with the hooks between steps; Cancel
+// stops every run under way and those not started yet never start. Each
+// polar file is removed before its run, and a run stopped or crashed leaves
+// none. Polars another program is computing are refused with a reason and
+// left alone.
+std::vector<std::string> runXfoilBatch(const std::vector<XfoilJob>& jobs, int width, const WaitHooks& hooks = {});
+
+// True while another program (or another run of this one) computes the polar
+// file: its contents are then incomplete and not to be read or replaced.
+// `pid` gets the program's pid when it is known.
+bool polarBeingComputed(const std::filesystem::path& polar, long* pid = nullptr);
+
 // Removes the scripts a run left in the program's folder when its program
 // was killed hard: only those whose marker names a program no longer running.
 void removeStaleXfoilRun(const std::filesystem::path& home);
@@ -119,5 +143,12 @@ PolarRun Calc_Polar(Workbench& wb, int mode, std::optional<std::string> Re = std
                     const std::string& polarPath = "", const std::string& datPath = "",
                     const std::string& name = "", const WaitHooks& hooks = {},
                     const PolarReader& readPolar = {});
+
+// The missing polars of a slot's airfoil at standard Reynolds numbers, all
+// in one batch (polarBatchWidth() at a time); the files are made, the store
+// is the caller's to fill, in its own order. One PolarRun per Reynolds
+// number, in the order given.
+std::vector<PolarRun> Calc_Polars(Workbench& wb, int slot, const std::vector<int>& reynolds,
+                                  const WaitHooks& hooks = {}, int width = 0);
 
 }  // namespace tarvokin

@@ -7,6 +7,7 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <vector>
 
 #include "core/airfoil_windows_state.h"
 #include "core/catalogue.h"
@@ -96,6 +97,11 @@ public:
     // bar, the command-line program without one. True when the record was
     // filled. Without one, a missing polar stays missing.
     std::function<bool(int slot, int reynolds)> computePolar;
+    // Computes the polar files of a slot's airfoil at several standard
+    // Reynolds numbers at once (a new airfoil); the caller reads them, in
+    // its own order. Without one, each missing polar goes through
+    // computePolar in turn.
+    std::function<void(int slot, const std::vector<int>& reynolds)> computePolars;
 
     // A solver run started by a window's handler: the progress and Cancel of
     // that window, by window name (none in the command-line program), and the

@@ -102,6 +102,17 @@ PolarComputer solverFor(Workbench& wb, StreamProgress& progress, std::ostream& e
 void fillSlots(Workbench& wb, std::ostream& err) {
     StreamProgress progress(err);
     const PolarComputer compute = solverFor(wb, progress, err);
+    wb.computePolars = [&wb, &progress, &err](int slot, const std::vector<int>& reynolds) {
+        WaitHooks hooks;
+        hooks.progress = &progress;
+        for (const PolarRun& run : Calc_Polars(wb, slot, reynolds, hooks))
+            if (!run.reason.empty()) err << "tarvokin-cli: " << run.reason << "\n";
+    };
+    // The batch holds this call's progress: it goes with the call.
+    struct Forget {
+        Workbench& wb;
+        ~Forget() { wb.computePolars = nullptr; }
+    } forget{wb};
     for (int slot = 0; slot < 3; ++slot) {
         if (!wb.sheet.text(F_PROFILS::CB_1[slot]).empty()) runGuarded(wb, [&] { CB_1_Click(wb, slot, compute); });
     }

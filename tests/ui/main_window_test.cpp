@@ -2,11 +2,13 @@
 // window keeps the model's modified mark; a close whose save fails leaves the
 // model on screen; the window goes without running its dock handlers.
 #include <QAction>
+#include <QProgressDialog>
 #include <QStatusBar>
 #include <QTimer>
 #include <QtTest>
 #include <chrono>
 #include <filesystem>
+#include <sstream>
 
 #include "core/ui/sheet_bridge.h"
 #include "entry/entry_path.h"
@@ -92,6 +94,37 @@ private slots:
                         std::string::npos);
         QVERIFY(!std::filesystem::exists(f.dir / "START_XFOIL.CMD"));
         QVERIFY(!std::filesystem::exists(f.dir / "START_XFOIL.RUN"));
+    }
+
+    void theBatchDialogShowsEachRunAndItsCancelStopsThemAll() {
+        test::MainWindowFixture f;
+        const std::filesystem::path solver = f.dir / "hang.sh", children = f.dir / "children";
+        test::writeBytes(solver, "#!/bin/sh\nsleep 60 &\necho $! >> " + children.string() + "\nwait\n");
+        std::filesystem::permissions(solver, std::filesystem::perms::owner_all);
+        f.wb.settings.xfoilPath = solver.string();
+        f.wb.settings.xfoilTimeout = 20;  // a run left to itself would end there
+        QString shown;
+        QTimer poll;
+        connect(&poll, &QTimer::timeout, f.window.get(), [&] {
+            auto* dialog = f.window->findChild<QProgressDialog*>(QStringLiteral("XfoilProgress"));
+            const std::string started = test::readBytes(children);
+            if (!dialog || std::count(started.begin(), started.end(), '\n') < 2) return;
+            if (!dialog->labelText().contains(QStringLiteral("Re 50000"))) return;
+            shown = dialog->labelText();
+            dialog->cancel();
+        });
+        poll.start(50);
+        f.window->computePolars(0, {25000, 50000, 100000, 220000});
+        // Both runs under way, one line each.
+        QVERIFY2(shown.contains(QStringLiteral("Re 25000")) && shown.contains(QStringLiteral("Re 50000")),
+                 qPrintable(shown));
+        QVERIFY(f.window->statusBar()->currentMessage().contains(QStringLiteral("annulé")));
+        std::istringstream in(test::readBytes(children));
+        int count = 0;
+        for (long pid = 0; in >> pid; ++count)
+            QTRY_VERIFY(test::readBytes("/proc/" + std::to_string(pid) + "/stat").empty() ||
+                        test::readBytes("/proc/" + std::to_string(pid) + "/stat").find(") Z ") != std::string::npos);
+        QCOMPARE(count, 2);  // the two others never started
     }
 
     void theWindowGoesWithoutTouchingThePanels() {

@@ -118,7 +118,23 @@ public:
         d_.setLabelText(qs(text));
         d_.setValue(static_cast<int>(fraction * 100));
     }
+    // The batch: one line a run with how far it is, the bar the whole batch.
+    void reportRuns(const std::vector<std::pair<std::string, double>>& runs) override {
+        QStringList lines;
+        double sum = 0.0;
+        for (const auto& [text, fraction] : runs) {
+            lines << QStringLiteral("%1 : %2 %").arg(qs(text)).arg(static_cast<int>(fraction * 100));
+            sum += fraction;
+        }
+        if (total_ > 0) {
+            lines << QStringLiteral("%1 calcul(s) sur %2").arg(runs.size()).arg(total_);
+            d_.setValue(static_cast<int>(sum / total_ * 100));
+        }
+        d_.setLabelText(lines.join(QLatin1Char('\n')));
+    }
     bool cancelled() override { return d_.wasCanceled(); }
+    // How many runs the batch has in all; 0 for a single run.
+    int total_ = 0;
 
 private:
     QProgressDialog& d_;
@@ -306,8 +322,36 @@ bool MainWindow::computePolar(int slot, int reynolds) {
     return run.read;
 }
 
+void MainWindow::computePolars(int slot, const std::vector<int>& reynolds) {
+    const std::string name = wb_.sheet.text(F_PROFILS::CB_1[slot]);
+    QProgressDialog dialog(QStringLiteral("XFOIL : %1, %2 polaires").arg(qs(name)).arg(reynolds.size()),
+                           QStringLiteral("Annuler"), 0, 100, this);
+    dialog.setObjectName("XfoilProgress");
+    dialog.setWindowModality(Qt::WindowModal);
+    dialog.setMinimumDuration(0);
+    dialog.setValue(0);
+    DialogProgress progress(dialog);
+    progress.total_ = static_cast<int>(reynolds.size());
+    WaitHooks hooks;
+    hooks.betweenWaits = [] { QApplication::processEvents(); };
+    hooks.progress = &progress;
+    QStringList failed;
+    for (const PolarRun& run : Calc_Polars(wb_, slot, reynolds, hooks))
+        if (!run.reason.empty()) failed << qs(run.reason);
+    statusBar()->showMessage(failed.isEmpty() ? QStringLiteral("Polaires calculées : %1").arg(qs(name))
+                                              : failed.join(QStringLiteral(" ; ")));
+    // A polar another instance is computing is left to it: the user must
+    // know why the airfoil lacks it.
+    for (const QString& f : failed)
+        if (f.contains(QStringLiteral("autre instance"))) {
+            QMessageBox::warning(this, QStringLiteral("XFOIL"), f);
+            break;
+        }
+}
+
 void MainWindow::buildAirfoilDock() {
     wb_.computePolar = [this](int slot, int re) { return computePolar(slot, re); };
+    wb_.computePolars = [this](int slot, const std::vector<int>& re) { computePolars(slot, re); };
     airfoils_ = new AirfoilWindow(wb_, bridge_);
     airfoilDock_ = new QDockWidget(airfoils_->windowTitle(), this);
     airfoilDock_->setObjectName("F_PROFILS_dock");

@@ -5,6 +5,7 @@
 #include <QMainWindow>
 #include <array>
 #include <map>
+#include <vector>
 
 class QAction;
 class QStackedWidget;
@@ -37,6 +38,8 @@ public:
 
     // Computes a missing polar of a slot with XFOIL, showing progress with Cancel.
     bool computePolar(int slot, int reynolds);
+    // Several polars of a slot's airfoil at once, with one dialog for all.
+    void computePolars(int slot, const std::vector<int>& reynolds);
 
     // A window that a toolbar button opens and closes; closing it by its own
     // frame is the same as pressing the button again.

@@ -350,6 +350,21 @@ std::unique_ptr<Workbench> startRun(const std::optional<fs::path>& requested, co
     return wb;
 }
 
+// The project opened as the application opens it with the buttons asked for,
+// the airfoil slots filled, then the entries. The load closes the
+// motorisation window; the buttons asked for are open again and their windows
+// compute as they do when opened. Returns the exit status, 0 when all went.
+int openWithEntries(Workbench& wb, const FieldsArgs& fa, std::ostream& err) {
+    for (int n : fa.open) wb.setOpen(n, true);
+    if (int st = loadForCommand(wb, fa.project, err)) return st;
+    fillSlots(wb, err);
+    for (int n : fa.open) {
+        wb.setOpen(n, true);
+        runGuarded(wb, [&wb, n] { PanelOpened(wb, n); });
+    }
+    return applyEntries(wb, fa, err);
+}
+
 int fieldsCommand(const std::vector<std::string>& args, const std::string& executable, std::ostream& out,
                   std::ostream& err, LoadedOutput output = LoadedOutput::Fields) {
     FieldsArgs fa;
@@ -363,16 +378,7 @@ int fieldsCommand(const std::vector<std::string>& args, const std::string& execu
     const std::unique_ptr<Workbench> started = startRun(fa.home, executable, err, status);
     if (!started) return 1;
     Workbench& wb = *started;
-    for (int n : fa.open) wb.setOpen(n, true);
-    if (int st = loadForCommand(wb, fa.project, err)) return st;
-    fillSlots(wb, err);
-    // The load closes the motorisation window; the buttons asked for are open
-    // again and their windows compute as they do when opened.
-    for (int n : fa.open) {
-        wb.setOpen(n, true);
-        runGuarded(wb, [&wb, n] { PanelOpened(wb, n); });
-    }
-    if (int st = applyEntries(wb, fa, err)) return st;
+    if (int st = openWithEntries(wb, fa, err)) return st;
     if (output == LoadedOutput::Performance) {
         if (!runGuarded(wb, [&] { Courbes_Performances(wb); })) return 1;
         printPerfTables(wb, out);
@@ -514,14 +520,7 @@ int reportCommand(const std::vector<std::string>& args, const std::string& execu
     if (!started) return 1;
     Workbench& wb = *started;
     if (screenHooks()) screenHooks()(wb);
-    for (int n : fa.open) wb.setOpen(n, true);
-    if (int st = loadForCommand(wb, fa.project, err)) return st;
-    fillSlots(wb, err);
-    for (int n : fa.open) {
-        wb.setOpen(n, true);
-        runGuarded(wb, [&wb, n] { PanelOpened(wb, n); });
-    }
-    if (int st = applyEntries(wb, fa, err)) return st;
+    if (int st = openWithEntries(wb, fa, err)) return st;
     std::string page;
     if (!runGuarded(wb, [&] { page = WriteReport(wb); })) return 1;
     out << page << "\n";

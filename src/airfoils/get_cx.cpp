@@ -14,6 +14,7 @@
 #include "airfoils/polar_lookup.h"
 #include "core/numbers.h"
 #include "core/workbench.h"
+#include "core/messages.h"
 
 namespace tarvokin {
 
@@ -115,7 +116,7 @@ double Get_Cx(const PolarStore& store, int slot, double Re, double Cz) {
 }
 
 double Get_Cx(const Workbench& wb, int slot, double Re, double Cz) {
-    if (slot > 2 && wb.showMessage) wb.showMessage("Probleme Noprofil >2");
+    if (slot > 2 && wb.showMessage) wb.showMessage(messageText(wb, "[#4] ", ""));
     return Get_Cx(wb.polars, slot, Re, Cz);
 }
 

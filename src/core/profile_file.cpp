@@ -170,6 +170,16 @@ void ProfileDocument::set(std::string_view section, std::string_view key, std::s
     lines_.insert(lines_.begin() + static_cast<std::ptrdiff_t>(insertAt), std::string(key) + "=" + v);
 }
 
+void ProfileDocument::visitKeys(
+    const std::function<void(std::string_view, std::string_view, const std::string&)>& f) const {
+    std::string_view section;
+    for (const std::string& line : lines_) {
+        const ParsedLine p = parseLine(line);
+        if (p.kind == LineKind::Section) section = p.name;
+        else if (p.kind == LineKind::Key) f(section, p.name, cookValue(p.value));
+    }
+}
+
 bool ProfileDocument::save(const std::filesystem::path& file, std::string* reason) const {
     std::string bytes;
     for (const std::string& line : lines_) {

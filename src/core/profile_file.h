@@ -16,6 +16,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -39,10 +40,19 @@ public:
     // false when the file could not be written, with the reason in French.
     bool save(const std::filesystem::path& file, std::string* reason = nullptr) const;
 
+    // Every key of the document as readers see it, first occurrence winning:
+    // calls back (section, key, value) in file order. For readers that look
+    // up thousands of keys (the language files) and index them once.
+    template <class F>
+    void forEachKey(F&& f) const {
+        visitKeys([&](std::string_view s, std::string_view k, const std::string& v) { f(s, k, v); });
+    }
+
     // The document as the lines it would write (UTF-8), for tests and tools.
     const std::vector<std::string>& lines() const { return lines_; }
 
 private:
+    void visitKeys(const std::function<void(std::string_view, std::string_view, const std::string&)>& f) const;
     std::vector<std::string> lines_;  // UTF-8, no line ends
     std::string eol_ = "\r\n";
 };

@@ -118,7 +118,7 @@ void computePolars(Workbench& wb, const std::vector<std::string>& reynolds) {
     status(wb, reason.empty() ? std::to_string(saved) + " polaire(s) calculée(s)" : reason);
 }
 
-bool ask(Workbench& wb, const std::string& question) { return wb.askUser && wb.askUser(question); }
+
 
 }  // namespace
 
@@ -194,7 +194,7 @@ void installDatabaseLogic(Workbench& wb) {
     h.on(kForm, "Command6", Act::Click, [](Workbench& w, const Action&) {
         const std::string airfoil = w.sheet.text(F_BASE::tvwDB);
         if (airfoil.empty()) return;
-        if (!ask(w, "Supprimer le profil " + airfoil + " et toutes ses polaires ?")) return;
+        if (!AskUser(w, "[#21] ", airfoil)) return;
         std::string reason;
         if (!DeleteAirfoil(w, airfoil, reason)) {
             status(w, reason);
@@ -211,8 +211,7 @@ void installDatabaseLogic(Workbench& wb) {
         const std::string airfoil = w.sheet.text(F_BASE::tvwDB);
         const std::string polar = w.sheet.text(F_BASE::T_Polar);
         if (airfoil.empty()) return;
-        if (!ask(w, polar.empty() ? "Supprimer toutes les polaires de " + airfoil + " ?"
-                                  : "Supprimer la polaire " + polar + " ?"))
+        if (!(polar.empty() ? AskUser(w, "[#22] ", airfoil) : AskUser(w, "[#23] ", polar)))
             return;
         const int n = DeletePolars(w, airfoil, polar);
         w.sheet.set(F_BASE::T_Polar, "");

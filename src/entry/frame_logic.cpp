@@ -6,6 +6,7 @@
 #include "construction/frame_curve.h"
 #include "construction/frame_files.h"
 #include "construction/frame_mesh.h"
+#include "core/messages.h"
 #include "core/numbers.h"
 #include "core/workbench.h"
 
@@ -16,7 +17,7 @@ namespace {
 using namespace Gen_Couples_2;
 
 void tell(Workbench& wb, const std::string& text) {
-    if (wb.showMessage) wb.showMessage(text);
+    ShowMessage(wb, "[#5] ", text);
 }
 
 int wholeCell(const Workbench& wb, Cell c, int def) {

@@ -11,6 +11,7 @@
 #include "entry/session.h"
 #include "project/model_name.h"
 #include "project/report_page.h"
+#include "core/messages.h"
 
 namespace tarvokin {
 
@@ -89,7 +90,7 @@ std::string WriteReport(Workbench& wb) {
 
 void ReportCommand(Workbench& wb) {
     const std::string page = WriteReport(wb);
-    if (wb.showNotice) wb.showNotice(page);
+    ShowNotice(wb, "[#11] ", page);
     if (wb.openDocument) wb.openDocument(page);
 }
 

@@ -5,6 +5,7 @@
 #include "airfoils/ribs_panel.h"
 #include "core/workbench.h"
 #include "views/rib_scene.h"
+#include "core/messages.h"
 
 namespace tarvokin {
 
@@ -54,7 +55,7 @@ void installRibsLogic(Workbench& wb) {
     h.on("F_RIBS", "Command3", Act::Click, [](Workbench& w, const Action& a) {
         std::string error;
         const std::string message = SaveRibs(w, a.text, error);
-        if (w.showMessage) w.showMessage(message.empty() ? error : message);
+        ShowMessage(w, "[#6] ", message.empty() ? error : message);
     });
 
     // The views: orbit and zoom of the 3D one, the read-out of the 2D one.

@@ -7,6 +7,7 @@
 #include "entry/entry_path.h"
 #include "entry/project_io.h"
 #include "project/workbook.h"
+#include "core/messages.h"
 
 namespace tarvokin {
 
@@ -14,7 +15,7 @@ void ExportWorkbookCommand(Workbench& wb, const std::string& file) {
     if (file.empty()) return;  // the dialog was cancelled
     std::string error;
     if (!ExportWorkbook(wb, file, error)) throw RunError(75, error);
-    if (wb.showNotice) wb.showNotice(file);
+    ShowNotice(wb, "[#10] ", file);
 }
 
 void ImportWorkbookCommand(Workbench& wb, const std::string& file) {
@@ -37,7 +38,7 @@ void installWorkbookLogic(Workbench& wb) {
         const std::filesystem::path f = w.home() / "MODELES" / "MODELES.XLS";
         std::error_code ec;
         if (!std::filesystem::is_regular_file(f, ec) || !w.openDocument || !w.openDocument(f.string())) {
-            if (w.showMessage) w.showMessage("Fichier Excel inexistant");
+            ShowMessage(w, "[#3] ", "");
         }
     });
 }

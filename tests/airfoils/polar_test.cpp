@@ -351,7 +351,7 @@ TEST(GetCx, EmptyRecordsReuseTheLastSlopeAndABadSlotAnswersZero) {
     wb.showMessage = [&](const std::string& text) { shown = text; };
     wb.polars = store;
     EXPECT_EQ(Get_Cx(wb, 3, 100000, 0.4), 0.0);
-    EXPECT_EQ(shown, "Probleme Noprofil >2");
+    EXPECT_EQ(shown, "[#4] Probleme Noprofil >2");
     EXPECT_EQ(Get_Cx(store, -1, 100000, 0.4), 0.0);
 }
 

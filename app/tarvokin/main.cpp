@@ -72,8 +72,7 @@ int main(int argc, char** argv) {
     if (start.stop) return 1;
     if (given.language) {
         // For this run only: the settings file keeps the modeller's choice.
-        wb.settings.languageCode = *given.language;
-        wb.languageFilePath = languageFile(wb.home(), *given.language).string();
+        SetRunLanguage(wb, *given.language);
     }
 
     // The design window is where the modeller lives; the wing and its settings

@@ -51,7 +51,38 @@ double r7(double v) {
     return r == 0.0 ? 0.0 : r;  // no "-0.0000000" in a file
 }
 
+// The inputs' words in English, Spanish and Italian.
+struct NacaWords {
+    const char* french;
+    const char* other[3];
+};
+
+constexpr NacaWords kWords[] = {
+    {"Cambrure % corde", {"Camber % Chord", "Camber % cuerda", "Curvatura % corda"}},
+    {"pos de la cambrure %", {"Camber position %", "Posición de la curvatura %", "Posizione della curvatura %"}},
+    {"Ep relative de la corde", {"Thickness % Chord", "Espesor % cuerda", "Spessore % corda"}},
+    {"ep relative de la corde", {"Thickness % Chord", "Espesor % cuerda", "Spessore % corda"}},
+    {"Type", {"Type", "Tipo", "Tipo"}},
+    {"Bord attaque", {"Leading edge", "Borde de ataque", "Bordo d'attacco"}},
+    {"Point ep max", {"Max thickness point", "Punto de espesor máx.", "Punto di spessore max"}},
+    {"Série", {"Series", "Serie", "Serie"}},
+    {"Cambrure", {"Camber", "Curvatura", "Curvatura"}},
+    {"indice ligne de cambrure", {"Mean line index", "Índice de línea media", "Indice linea media"}},
+    {"Premier Chiffre", {"First digit", "Primera cifra", "Prima cifra"}},
+    {"Second Chiffre", {"Second digit", "Segunda cifra", "Seconda cifra"}},
+    {"Troisième Chiffre", {"Third digit", "Tercera cifra", "Terza cifra"}},
+    {"2 derniers Chiffres", {"Last 2 digits", "2 últimas cifras", "Ultime 2 cifre"}},
+};
+
 }  // namespace
+
+std::string NacaWord(const char* french, const std::string& languageCode) {
+    const int lang = languageCode == "1" ? 0 : languageCode == "2" ? 1 : languageCode == "3" ? 2 : -1;
+    if (lang >= 0)
+        for (const NacaWords& w : kWords)
+            if (std::string_view(french) == w.french) return w.other[lang];
+    return french;
+}
 
 const char* NacaFamilyCaption(int family) {
     return family >= 0 && family < naca::kFamilies ? kFamilyCaptions[family] : "";

@@ -43,6 +43,9 @@ struct NacaInput {
 const char* NacaFamilyCaption(int family);
 const std::vector<NacaInput>& NacaInputs(int family);
 const char* NacaDistributionCaption(int distribution);
+// An input's caption or digit label (French, as in NacaInputs) in the language
+// of `languageCode`: "1" English, "2" Spanish, "3" Italian, else French.
+std::string NacaWord(const char* french, const std::string& languageCode);
 
 struct NacaRequest {
     int family = naca::Four;

@@ -55,13 +55,23 @@ void NacaFamilyChosen(Workbench& wb, int family) {
     for (int i = 0; i < naca::kMaxInputs; ++i) {
         const bool used = i < static_cast<int>(inputs.size());
         const NacaInput* in = used ? &inputs[static_cast<size_t>(i)] : nullptr;
-        setIfDifferent(s, F_NACA::Label1[i], used ? in->caption : "");
-        setIfDifferent(s, F_NACA::Label2[i], used ? in->digits : "");
         const std::string v = used ? std::to_string(in->initial) : "";
         setIfDifferent(s, F_NACA::T_DESIGN[i], v);
         setIfDifferent(s, F_NACA::HScroll4[i], used ? v : "0");
     }
+    NacaCaptions(wb);
     Module1(wb);
+}
+
+void NacaCaptions(Workbench& wb) {
+    Sheet& s = wb.sheet;
+    const auto& inputs = NacaInputs(NacaFamilyOf(s));
+    for (int i = 0; i < naca::kMaxInputs; ++i) {
+        const bool used = i < static_cast<int>(inputs.size());
+        const NacaInput* in = used ? &inputs[static_cast<size_t>(i)] : nullptr;
+        setIfDifferent(s, F_NACA::Label1[i], used ? NacaWord(in->caption, wb.settings.languageCode) : "");
+        setIfDifferent(s, F_NACA::Label2[i], used ? NacaWord(in->digits, wb.settings.languageCode) : "");
+    }
 }
 
 void NacaDistributionChosen(Workbench& wb, int distribution) {

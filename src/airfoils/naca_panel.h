@@ -21,6 +21,8 @@ NacaRequest NacaRequestOf(const Sheet& s);
 // A family chosen: its flag set and the others cleared, the captions, digit
 // groups and the inputs at the family's values, then a generation.
 void NacaFamilyChosen(Workbench& wb, int family);
+// The captions and digit labels of the chosen family's inputs, in the run's language.
+void NacaCaptions(Workbench& wb);
 // A distribution chosen, the same way.
 void NacaDistributionChosen(Workbench& wb, int distribution);
 

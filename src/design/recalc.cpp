@@ -257,7 +257,7 @@ void RecalcAll(Workbench& wb) {
         auto it = wb.panelRefresh.find(button::View3D);
         if (it != wb.panelRefresh.end() && it->second) it->second(wb);
     }
-    BuildSummary(s);
+    BuildSummary(s, wb.settings.languageCode);
 }
 
 }  // namespace tarvokin

@@ -2,7 +2,9 @@
 
 #include <filesystem>
 
+#include "airfoils/naca_panel.h"
 #include "airfoils/outline.h"
+#include "design/summary.h"
 #include "core/profile_file.h"
 #include "entry/entry_path.h"
 #include "entry/project_io.h"
@@ -56,7 +58,7 @@ StartupResult StartUp(Workbench& wb) {
     wb.sheet.set(F_Main::T_Separator, "0");
     ReadSettingsAndCatalogue(wb);
     if (wb.catalogue.rows.empty()) {
-        result.message = "Le catalogue des profils " + wb.catalogueFilePath().string() + " est introuvable ou vide.";
+        result.message = messageText(wb, "[#1] ", wb.catalogueFilePath().string());
     }
     if (wb.settings.recall && !wb.settings.lastProject.empty()) {
         wb.projectFilePath = wb.settings.lastProject;
@@ -232,10 +234,20 @@ void CloseAllPanels(Workbench& wb) {
     }
 }
 
-void ChangeLanguage(Workbench& wb, const std::string& code) {
+void SetRunLanguage(Workbench& wb, const std::string& code) {
     wb.settings.languageCode = code;
     wb.languageFilePath = languageFile(wb.home(), code).string();
-    WriteProfileString("Langue", "Langue", code, wb.settingsFilePath());
+    // The texts the calculations write: the design window's summary and the
+    // NACA generator's input captions.
+    BuildSummary(wb.sheet, code);
+    NacaCaptions(wb);
+}
+
+void ChangeLanguage(Workbench& wb, const std::string& code) {
+    std::string reason;
+    if (!WriteProfileString("Langue", "Langue", code, wb.settingsFilePath(), &reason))
+        ReportWriteFailure(wb, wb.settingsFilePath(), reason);
+    SetRunLanguage(wb, code);
 }
 
 bool Quit(Workbench& wb) {

@@ -61,8 +61,10 @@ void PanelOpened(Workbench& wb, int button);
 void PanelClosed(Workbench& wb, int button);
 void CloseAllPanels(Workbench& wb);
 
-// Language menu: code "0".."3".
+// Language menu: code "0".."3", kept in the settings, shown at once.
 void ChangeLanguage(Workbench& wb, const std::string& code);
+// The same for this run only (the command line's --lang).
+void SetRunLanguage(Workbench& wb, const std::string& code);
 
 // The close request: save when so set, remember the project, write the
 // catalogue back. False when the project had to be saved and could not be:

@@ -9,6 +9,7 @@
 #include <QApplication>
 
 #include "project/ui/report_pictures.h"
+#include "shell/ui/captions_command.h"
 #endif
 
 int main(int argc, char** argv) {
@@ -22,6 +23,13 @@ int main(int argc, char** argv) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
         app = std::make_unique<QApplication>(argc, argv);
         tarvokin::SetScreenHooks([](tarvokin::Workbench& wb) { tarvokin::ui::InstallPicturePainter(wb); });
+    }
+    if (!args.empty() && args[0] == "captions") {
+        // The windows are built, never shown on a screen.
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        QApplication windows(argc, argv);
+        std::setlocale(LC_ALL, "C");
+        return tarvokin::ui::RunCaptionsCommand({args.begin() + 1, args.end()}, argv[0], std::cout, std::cerr);
     }
 #endif
     // Number text is "." whatever the user's locale (set after the toolkit,

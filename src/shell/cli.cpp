@@ -65,6 +65,7 @@ const char* kUsage =
     "                    [--home DIR] [ENTRY]... [--save]\n"
     "       tarvokin-cli ribs --root NAME --tip NAME --root-chord MM --tip-chord MM --span MM\n"
     "                    --count N [--spacing MM] [--align K] --out BASE [--home DIR] [ENTRY]...\n"
+    "       tarvokin-cli captions [--home DIR] [--lang N] [FORM...]\n"
     "  ENTRY, run in order as a user's at the window: --set FORM.FIELD=VALUE (typed, then Enter),\n"
     "         --click FORM.CONTROL or FORM.CONTROL(I) [with =TEXT for a chosen file], --undo, --redo,\n"
     "         --press, --move, --release FORM.DRAWING=X,Y[,BUTTON] (the mouse on a drawing, in the\n"

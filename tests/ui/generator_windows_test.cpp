@@ -123,7 +123,7 @@ private slots:
 
         ribs->saveRibs(QString::fromStdString((f.dir / "rib").string()));
         QVERIFY(std::filesystem::exists(f.dir / "rib_7.DAT"));
-        QCOMPARE(f.messages.back(), std::string("Les fichiers rib_xx.DAT ont été générés"));
+        QCOMPARE(f.messages.back(), std::string("[#6] Nervures : Les fichiers rib_xx.DAT ont été générés"));
     }
 };
 

@@ -53,7 +53,8 @@ private slots:
         report->trigger();
         QVERIFY2(f.messages.empty(), f.messages.empty() ? "" : f.messages.front().c_str());
         QCOMPARE(f.notices.size(), size_t(1));
-        QCOMPARE(f.opened, f.notices);
+        QCOMPARE(f.opened.size(), size_t(1));
+        QCOMPARE(f.notices.front(), "[#11] Rapport écrit : " + f.opened.front());
         const std::string model = ReportModelName(f.wb.sheet);
         for (const ReportPicture& p : ReportPictures(model)) {
             QImage img(QString::fromStdString((f.dir.path() / "MODELES" / p.file).string()));

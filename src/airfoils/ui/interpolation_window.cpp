@@ -45,6 +45,7 @@ InterpolationWindow::InterpolationWindow(Workbench& wb, SheetBridge& b, QWidget*
     auto* middle = new QHBoxLayout;
     chart_ = new ChartPanel;
     chart_->setObjectName("MSChart1");
+    chart_->setProperty("valueTitle", true);  // the Reynolds number and Cz looked up
     middle->addWidget(chart_, 1);
     auto* scales = new QVBoxLayout;
     scales->addWidget(new QLabel(QStringLiteral("Cz max")));
@@ -58,6 +59,7 @@ InterpolationWindow::InterpolationWindow(Workbench& wb, SheetBridge& b, QWidget*
 
     grid_ = new QTableWidget;
     grid_->setObjectName("MSFlexGrid1");
+    grid_->setProperty("noLanguage", true);  // heads are Reynolds numbers
     grid_->setRowCount(1);
     grid_->setColumnCount(7);
     grid_->setMaximumHeight(70);

@@ -163,6 +163,7 @@ FramePieceWindow::FramePieceWindow(SheetBridge& bridge, QWidget* parent)
     for (const auto& [cell, names] : combos) {
         auto* box = new QComboBox;
         box->setObjectName(cell == Gen_Couples_1::Combo1 ? "Combo1" : "Combo2");
+        box->setProperty("wordList", true);  // the cell keeps the position, not the word
         for (int i = 0; i < 5; ++i) box->addItem(QString::fromUtf8(names[i]));
         box->setCurrentIndex(std::clamp(static_cast<int>(bridge_.workbench().sheet.val(cell)), 0, 4));
         const Cell c = cell;

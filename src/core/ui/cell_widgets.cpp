@@ -1,5 +1,10 @@
 #include "core/ui/cell_widgets.h"
 
+#include <algorithm>
+#include <cctype>
+
+#include "core/list_items.h"
+
 #include <QKeyEvent>
 
 #include "entry/entry_path.h"
@@ -145,6 +150,14 @@ CellCheck::CellCheck(SheetBridge& bridge, Cell cell, const QString& caption, QWi
 
 CellCombo::CellCombo(SheetBridge& bridge, Cell cell, QWidget* parent) : QComboBox(parent), bridge_(bridge), cell_(cell) {
     nameAfter(this, cell);
+    // A fixed list of words, of which the project keeps the position: its
+    // entries may be shown in the modeller's language.
+    for (const FixedList& list : fixedLists()) {
+        if (list.cell != cell) continue;
+        for (const std::string& item : list.items)
+            if (std::any_of(item.begin(), item.end(), [](unsigned char c) { return std::isalpha(c) || c >= 0x80; }))
+                setProperty("wordList", true);
+    }
     pullItems();
     bridge_.watch(cell_, this, [this] {
         if (count() != static_cast<int>(bridge_.workbench().sheet.items(cell_).size())) pullItems();

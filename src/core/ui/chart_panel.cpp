@@ -100,7 +100,6 @@ void ChartPanel::setData(const ChartData& input) {
         delete a;
     }
     readout_->clear();
-    chart_->setTitle(QString::fromStdString(data_.title));
 
     Range rx, ry;
     for (const auto& s : data_.series)
@@ -118,14 +117,13 @@ void ChartPanel::setData(const ChartData& input) {
 
     auto* ax = new QValueAxis;
     auto* ay = new QValueAxis;
-    ax->setTitleText(QString::fromStdString(data_.xTitle));
-    ay->setTitleText(QString::fromStdString(data_.yTitle));
     ax->setRange(rx.lo, rx.hi);
     ay->setRange(ry.lo, ry.hi);
     if (!data_.xMin && !data_.xMax) ax->applyNiceNumbers();
     if (!data_.yMin && !data_.yMax) ay->applyNiceNumbers();
     chart_->addAxis(ax, Qt::AlignBottom);
     chart_->addAxis(ay, Qt::AlignLeft);
+    showTitles();
 
     auto attach = [&](QAbstractSeries* s, bool legend) {
         chart_->addSeries(s);
@@ -170,6 +168,23 @@ void ChartPanel::setData(const ChartData& input) {
             attach(sc, !m.label.empty());
         }
     }
+}
+
+QString ChartPanel::shownTitle(const QString& french) const {
+    auto it = translations_.find(french);
+    return it == translations_.end() ? french : it->second;
+}
+
+void ChartPanel::setTitleTranslations(std::map<QString, QString> titles) {
+    if (titles == translations_) return;
+    translations_ = std::move(titles);
+    showTitles();
+}
+
+void ChartPanel::showTitles() {
+    chart_->setTitle(shownTitle(QString::fromStdString(data_.title)));
+    for (QAbstractAxis* a : chart_->axes(Qt::Horizontal)) a->setTitleText(shownTitle(QString::fromStdString(data_.xTitle)));
+    for (QAbstractAxis* a : chart_->axes(Qt::Vertical)) a->setTitleText(shownTitle(QString::fromStdString(data_.yTitle)));
 }
 
 void ChartPanel::mouseDoubleClickEvent(QMouseEvent* e) {

@@ -7,6 +7,7 @@
 #include <QColor>
 #include <QString>
 #include <QWidget>
+#include <map>
 
 #include "core/chart_data.h"
 
@@ -31,6 +32,11 @@ public:
     QString readout() const;          // the last hover read-out, "" when none
     QChart* chart() const { return chart_; }
 
+    // The titles shown for the calculation's French titles, in the window's
+    // language; a title without a translation shows as it is given.
+    void setTitleTranslations(std::map<QString, QString> titles);
+    QString shownTitle(const QString& french) const;
+
 signals:
     void doubleClicked();  // a window may show the chart enlarged
 
@@ -41,7 +47,9 @@ private:
     QChart* chart_;
     QChartView* view_;
     QLabel* readout_;
+    void showTitles();
     ChartData data_;
+    std::map<QString, QString> translations_;
     bool built_ = false;
 };
 

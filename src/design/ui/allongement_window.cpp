@@ -51,10 +51,13 @@ CellSlider* slider(SheetBridge& b, Cell c, int low, int high) {
 
 ChartPopup::ChartPopup(QWidget* parent) : QWidget(parent, Qt::Window) {
     setObjectName("F_GRAPH1");
+    // Title and chart are those of the chart enlarged, already in the language.
+    setProperty("valueTitle", true);
     auto* v = new QVBoxLayout(this);
     v->setContentsMargins(4, 4, 4, 4);
     chart_ = new ChartPanel;
     chart_->setObjectName("MSChart1");
+    chart_->setProperty("noLanguage", true);
     chart_->chart()->legend()->hide();
     v->addWidget(chart_, 1);
     legend_ = new LegendStrip(3, false);
@@ -211,8 +214,18 @@ QWidget* AllongementWindow::chartCell(int i) {
     return w;
 }
 
+ChartData AllongementWindow::shownData(int i) const {
+    // The enlarged chart speaks the language of the chart it enlarges.
+    ChartData d = wb_.aspectRatio.charts[static_cast<size_t>(i)];
+    const ChartPanel* source = charts_[static_cast<size_t>(i)];
+    d.title = ss(source->shownTitle(qs(d.title)));
+    d.xTitle = ss(source->shownTitle(qs(d.xTitle)));
+    d.yTitle = ss(source->shownTitle(qs(d.yTitle)));
+    return d;
+}
+
 void AllongementWindow::enlarge(int i) {
-    popup_->showChart(i, wb_.aspectRatio.charts[static_cast<size_t>(i)]);
+    popup_->showChart(i, shownData(i));
     popup_->show();
     popup_->raise();
 }
@@ -223,7 +236,7 @@ void AllongementWindow::redraw() {
     std::vector<LegendEntry> entries;
     for (size_t i = 1; i < charts.size() && entries.empty(); ++i) entries = seriesLegend(charts[i]);
     legend_->setEntries(entries);
-    if (popup_->isVisible()) popup_->showChart(popup_->shownIndex(), charts[static_cast<size_t>(popup_->shownIndex())]);
+    if (popup_->isVisible()) popup_->showChart(popup_->shownIndex(), shownData(popup_->shownIndex()));
 }
 
 void AllongementWindow::hideEvent(QHideEvent* e) {

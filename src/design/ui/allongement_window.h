@@ -53,6 +53,7 @@ private:
     QWidget* turnBox();
     QWidget* choicesBox();
     QWidget* chartCell(int i);
+    ChartData shownData(int i) const;
 
     Workbench& wb_;
     SheetBridge& bridge_;

@@ -19,6 +19,7 @@ namespace tarvokin::ui {
 
 LegendStrip::LegendStrip(int columns, bool byColumn, QWidget* parent)
     : QWidget(parent), columns_(columns), byColumn_(byColumn) {
+    setProperty("noLanguage", true);  // the series' names
     auto* g = new QGridLayout(this);
     g->setContentsMargins(4, 0, 4, 0);
     g->setHorizontalSpacing(8);

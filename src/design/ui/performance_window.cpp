@@ -56,6 +56,7 @@ ChartPanel* chartPanel(int index) {
 // A check box per airfoil, captioned with the airfoil of its slot.
 CellCheck* airfoilCheck(SheetBridge& b, Cell c, int airfoil) {
     auto* check = new CellCheck(b, c, airfoilName(b.workbench(), airfoil));
+    check->setProperty("noLanguage", true);  // an airfoil's name
     check->setIcon(airfoilSwatch(airfoil));
     b.watch(F_PROFILS::CB_1[airfoil], check,
             [check, &b, airfoil] { check->setText(airfoilName(b.workbench(), airfoil)); });
@@ -280,6 +281,7 @@ QWidget* PerformanceWindow::readoutBox() {
     for (int a = 0; a < 3; ++a) {
         auto& widgets = readoutRows_[static_cast<size_t>(a)];
         auto* name = new QLabel(airfoilName(wb_, a));
+        name->setProperty("noLanguage", true);
         bridge_.watch(F_PROFILS::CB_1[a], name, [this, name, a] { name->setText(airfoilName(wb_, a)); });
         g->addWidget(name, 2 + a, 0);
         widgets.push_back(name);

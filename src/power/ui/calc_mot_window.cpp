@@ -277,6 +277,7 @@ QWidget* CalcMotWindow::motorsPart() {
     auto* gl = new QVBoxLayout(gridBox);
     gridCaption_ = new QLabel;
     gridCaption_->setObjectName("L_Candidats");
+    gridCaption_->setProperty("noLanguage", true);  // a count
     gl->addWidget(gridCaption_);
     grid_ = new QTableWidget(0, 7);
     grid_->setObjectName("MSFlexGrid1");

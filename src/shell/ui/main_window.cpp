@@ -11,6 +11,7 @@
 #include <QFileDialog>
 #include <QHBoxLayout>
 #include <QMenuBar>
+#include <QDialog>
 #include <QMessageBox>
 #include <QPointer>
 #include <QProcess>
@@ -47,6 +48,9 @@
 #include "power/ui/servos_window.h"
 #include "views/ui/rib_view_widget.h"
 #include "core/file_spelling.h"
+#include "core/language.h"
+#include "core/messages.h"
+#include "core/ui/language_apply.h"
 #include "core/progress.h"
 #include "entry/airfoil_choice.h"
 #include "entry/entry_path.h"
@@ -153,11 +157,14 @@ QString calculatorProgram() {
 MainWindow::MainWindow(Workbench& wb, SheetBridge& bridge, QWidget* parent)
     : QMainWindow(parent), wb_(wb), bridge_(bridge) {
     setObjectName("F_Main");
+    // The title names the program and the project, not a caption.
+    setProperty("valueTitle", true);
+    InstallLanguageFollower(wb_, this);
     // Solver runs of the windows' handlers keep the interface served.
     wb_.serveEvents = [] { QApplication::processEvents(); };
     if (!wb_.askUser) {
         wb_.askUser = [self = QPointer<MainWindow>(this)](const std::string& text) {
-            return QMessageBox::question(self, QStringLiteral("TARVOKIN"), qs(text)) == QMessageBox::Yes;
+            return QMessageBox::question(self, QStringLiteral("ATTENTION"), qs(text)) == QMessageBox::Yes;
         };
     }
     buildCentre();
@@ -174,6 +181,12 @@ MainWindow::MainWindow(Workbench& wb, SheetBridge& bridge, QWidget* parent)
     title();
     bridge_.watch(F_Main::Caption, this, title);
     connect(&bridge_, &SheetBridge::entryDone, this, &MainWindow::historyChanged);
+    // A new language shows at once in this window, the panels it holds and
+    // the design window; the other windows take it as they next activate.
+    appliedLanguage_ = wb_.languageFilePath;
+    connect(&bridge_, &SheetBridge::entryDone, this, [this] {
+        if (wb_.languageFilePath != appliedLanguage_) applyLanguage();
+    });
     for (int p = 1; p <= 33; ++p) bridge_.watch(F_Main::Toolbar2[p], this, [this] { panelTagsChanged(); });
     panelTagsChanged();
     // The first size fills a small screen and stays reasonable on a large one.
@@ -344,7 +357,7 @@ void MainWindow::computePolars(int slot, const std::vector<int>& reynolds) {
     // know why the airfoil lacks it.
     for (const QString& f : failed)
         if (f.contains(QStringLiteral("autre instance"))) {
-            QMessageBox::warning(this, QStringLiteral("XFOIL"), f);
+            ShowMessage(wb_, "[#9] ", ss(f));
             break;
         }
 }
@@ -429,6 +442,7 @@ void MainWindow::buildMenus() {
     for (int i = 0; i < 6; ++i) {
         QAction* a = entry(fich, "IM_RECENT", QString(), true);
         a->setProperty("index", i);
+        a->setProperty("noLanguage", true);  // a file's name
         connect(a, &QAction::triggered, this, [this, i] { bridge_.enter([&] { Click(wb_, "F_Main", "IM_RECENT", i); }); });
         recent.push_back(a);
     }
@@ -490,7 +504,7 @@ void MainWindow::buildMenus() {
             &QAction::triggered, this, [this] { openInEditor(QStringLiteral("DATA/MOTEURS.CSV")); });
     connect(entry(conf, "IM_PARAM_MODELES", QStringLiteral("&Paramètres Généraux des Modèles"), true),
             &QAction::triggered, this, [this] {
-                openInEditor(QStringLiteral("MODELES/MODELES.XLS"), QStringLiteral("Fichier Excel inexistant"));
+                openInEditor(QStringLiteral("MODELES/MODELES.XLS"), "[#3] ");
             });
 
     QMenu* view = menuBar()->addMenu(QStringLiteral("&Affichage"));
@@ -538,21 +552,16 @@ void MainWindow::buildMenus() {
     // at first use and shown again by their entries.
     QMenu* tools = menuBar()->addMenu(QStringLiteral("&Outils"));
     tools->setObjectName("IM_OUTILS");
-    auto toolWindow = [this](const char* name, auto make) {
-        QWidget* w = findChild<QWidget*>(QString::fromLatin1(name), Qt::FindDirectChildrenOnly);
-        if (!w) {
-            w = make();
-            w->setParent(this, Qt::Window);
-        }
+    auto showTool = [this](const char* name) {
+        QWidget* w = toolWindow(name);
         w->show();
         w->raise();
         w->activateWindow();
     };
     connect(entry(tools, "IM_STAB", QStringLiteral("&Calcul de la Surface du Stab"), true), &QAction::triggered, this,
-            [this, toolWindow] { toolWindow("F_STAB", [this] { return new StabWindow(bridge_); }); });
+            [showTool] { showTool("F_STAB"); });
     connect(entry(tools, "IM_STAB_VE", QStringLiteral("&Equivalence Stab V <> Stab Normal"), true),
-            &QAction::triggered, this,
-            [this, toolWindow] { toolWindow("F_STAB_VE", [this] { return new StabVEWindow(bridge_); }); });
+            &QAction::triggered, this, [showTool] { showTool("F_STAB_VE"); });
 
     QMenu* lang = menuBar()->addMenu(QStringLiteral("&Langue"));
     lang->setObjectName("IM_Lnguage");
@@ -589,7 +598,7 @@ void MainWindow::buildProjectTools() {
     wb_.openDocument = [](const std::string& path) { return QDesktopServices::openUrl(QUrl::fromLocalFile(qs(path))); };
     wb_.showNotice = [this](const std::string& text) {
         statusBar()->showMessage(qs(text), 15000);
-        QMessageBox::information(this, QStringLiteral("TARVOKIN"), qs(text));
+        QMessageBox::information(this, QStringLiteral("TARVOKIN V3.0"), qs(text));
     };
     auto enable = [](QAction* a) {
         if (a) a->setEnabled(true);
@@ -630,21 +639,46 @@ void MainWindow::buildProjectTools() {
     });
     if (QAction* calc = toolbarButton(button::Calculator); calc && !calc->isEnabled()) {
         calc->setEnabled(true);
-        connect(calc, &QAction::triggered, this, [this] {
-            QMessageBox::information(this, QStringLiteral("TARVOKIN"),
-                                     QString::fromUtf8("Aucune calculatrice n'est installée (gnome-calculator, kcalc, "
-                                                       "galculator, qalculate-gtk ou xcalc)."));
-        });
+        connect(calc, &QAction::triggered, this, [this] { ShowMessage(wb_, "[#12] ", ""); });
     }
     connect(enable(menuAction("IM_NAV")), &QAction::triggered, this, [this] {
-        auto* nav = findChild<NavigatorWindow*>(QStringLiteral("frmTrv"), Qt::FindDirectChildrenOnly);
-        if (!nav) {
-            nav = new NavigatorWindow([this](const QString& form, const QString& field) { openNavigatorAt(form, field); });
-            nav->setParent(this, Qt::Window);
-        }
+        QWidget* nav = toolWindow("frmTrv");
         nav->show();
         nav->raise();
     });
+}
+
+QWidget* MainWindow::toolWindow(const char* name) {
+    const QString n = QString::fromLatin1(name);
+    if (QWidget* w = findChild<QWidget*>(n, Qt::FindDirectChildrenOnly)) return w;
+    QWidget* w = nullptr;
+    if (n == QStringLiteral("F_STAB")) w = new StabWindow(bridge_);
+    else if (n == QStringLiteral("F_STAB_VE")) w = new StabVEWindow(bridge_);
+    else if (n == QStringLiteral("frmTrv"))
+        w = new NavigatorWindow([this](const QString& form, const QString& field) { openNavigatorAt(form, field); });
+    else if (n == QStringLiteral("F_PREFER")) w = new PreferencesDialog(wb_, bridge_);
+    else if (n == QStringLiteral("F_WIZZARD")) w = new WizardDialog(wb_, bridge_);
+    else if (n == QStringLiteral("FrmHlp")) w = new AboutDialog;
+    else return nullptr;
+    w->setParent(this, qobject_cast<QDialog*>(w) ? Qt::Dialog : Qt::Window);
+    return w;
+}
+
+void MainWindow::openEveryWindow() {
+    for (int n = 2; n <= 33; ++n)
+        if (opensWindow(n) && !wb_.isOpen(n)) clickToolbar(n);
+    bridge_.enter([this] { Click(wb_, "F_3D", "Command5"); });
+    QApplication::processEvents();
+}
+
+std::vector<QWidget*> MainWindow::everyWindow() {
+    // The windows made at first use are made now, hidden, as their entries
+    // would make them; the dialogs of a moment stand for theirs.
+    for (const char* name : {"F_STAB", "F_STAB_VE", "frmTrv", "F_PREFER", "F_WIZZARD", "FrmHlp"}) toolWindow(name);
+    std::vector<QWidget*> out{this};
+    for (QWidget* w : findChildren<QWidget*>())
+        if (isLanguageForm(w)) out.push_back(w);
+    return out;
 }
 
 void MainWindow::newModel() {
@@ -696,6 +730,18 @@ void MainWindow::menuCommand(const char* entry, const std::string& file) {
 
 void MainWindow::clickToolbar(int position) {
     bridge_.enter([&] { Click(wb_, "F_Main", "Toolbar2", position); });
+}
+
+void MainWindow::applyLanguage() {
+    appliedLanguage_ = wb_.languageFilePath;
+    ApplyLanguage(this, wb_);
+    for (auto& [b, panel] : designPanels_) ApplyLanguage(panel, wb_);
+    if (auto* settings = qobject_cast<QWidget*>(settingsPlace_->widget())) ApplyLanguage(settings, wb_);
+    ApplyLanguage(airfoils_, wb_);
+    ApplyLanguage(design_, wb_);
+    // The language entries show which one is chosen.
+    for (QAction* a : menuBar()->findChildren<QAction*>(QStringLiteral("IM_Language")))
+        a->setChecked(wb_.settings.languageCode == std::to_string(a->property("index").toInt()));
 }
 
 void MainWindow::historyChanged() {
@@ -775,11 +821,10 @@ void MainWindow::openPreferences() {
     dialog.exec();
 }
 
-void MainWindow::openInEditor(const QString& relativePath, const QString& missingMessage) {
+void MainWindow::openInEditor(const QString& relativePath, const char* missingMessage) {
     const QString file = qs(existingSpelling(wb_.home() / ss(relativePath)).string());
     if (!std::filesystem::exists(ss(file))) {
-        QMessageBox::information(this, QStringLiteral("TARVOKIN V3.0"),
-                                 missingMessage.isEmpty() ? file + QStringLiteral(" : fichier inexistant") : missingMessage);
+        ShowMessage(wb_, missingMessage, ss(file));
         return;
     }
     QDesktopServices::openUrl(QUrl::fromLocalFile(file));

@@ -5,6 +5,7 @@
 #include <QMainWindow>
 #include <array>
 #include <map>
+#include <string>
 #include <vector>
 
 class QAction;
@@ -49,6 +50,13 @@ public:
     void openProject();
     void saveProjectAs();
 
+    // Every window of the program, this one first: those made at first use
+    // are made (hidden) on the way. For the language tools and their tests.
+    std::vector<QWidget*> everyWindow();
+    // Opens every window a button opens, as its button would, and the
+    // vortex-lattice panel: charts then hold their titles, pages their rows.
+    void openEveryWindow();
+
 protected:
     void closeEvent(QCloseEvent* e) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -63,6 +71,8 @@ private:
     // help and the about box.
     void buildProjectTools();
     void newModel();
+    // A tool window by its name, made at its first use.
+    QWidget* toolWindow(const char* name);
     void openNavigatorAt(const QString& form, const QString& field);
     void panelTagsChanged();
     void ensureSlotPolars();
@@ -70,8 +80,11 @@ private:
     // A menu command of this window with the file its dialog gave.
     void menuCommand(const char* entry, const std::string& file);
     // Undo and redo follow the history; the title's mark, the saved state.
-    void historyChanged();    void openPreferences();
-    void openInEditor(const QString& relativePath, const QString& missingMessage = {});
+    void historyChanged();
+    // The run's language on this window, its panels and the design window.
+    void applyLanguage();
+    void openPreferences();
+    void openInEditor(const QString& relativePath, const char* missingMessage = "[#13] ");
 
     Workbench& wb_;
     SheetBridge& bridge_;
@@ -92,6 +105,7 @@ private:
     QDockWidget* settingsDock_ = nullptr;
     bool syncingDocks_ = false;
     bool quitting_ = false;
+    std::string appliedLanguage_;
 };
 
 }  // namespace tarvokin::ui

@@ -3,7 +3,6 @@
 #include <QFileDialog>
 #include <QHBoxLayout>
 #include <QImage>
-#include <QMessageBox>
 #include <QPainter>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -14,6 +13,7 @@
 #include "views/global_chart.h"
 #include "views/plan_export.h"
 #include "views/ui/plan_widget.h"
+#include "core/messages.h"
 
 namespace tarvokin::ui {
 
@@ -35,14 +35,14 @@ GlobalChartWindow::GlobalChartWindow(Workbench& wb, SheetBridge& bridge, QWidget
     connect(&bridge, &SheetBridge::entryDone, chart_, [this] {
         if (isVisible()) chart_->refresh();
     });
-    connect(png, &QPushButton::clicked, this, [this] {
+    connect(png, &QPushButton::clicked, this, [this, &wb] {
         const QString f = QFileDialog::getSaveFileName(this, QStringLiteral("Vue 2D"), {}, QStringLiteral("PNG (*.png)"));
-        if (!f.isEmpty() && !savePng(f)) QMessageBox::warning(this, windowTitle(), QStringLiteral("Impossible d'écrire ") + f);
+        if (!f.isEmpty() && !savePng(f)) ShowMessage(wb, "[#8] ", ss(f));
     });
-    connect(svg, &QPushButton::clicked, this, [this] {
+    connect(svg, &QPushButton::clicked, this, [this, &wb] {
         const QString f = QFileDialog::getSaveFileName(this, QStringLiteral("Vue 2D"), {}, QStringLiteral("SVG (*.svg)"));
         if (!f.isEmpty() && !SavePlanSvg(chart_->plan(), ss(f)))
-            QMessageBox::warning(this, windowTitle(), QStringLiteral("Impossible d'écrire ") + f);
+            ShowMessage(wb, "[#8] ", ss(f));
     });
     resize(900, 600);
 }

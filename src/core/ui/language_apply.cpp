@@ -42,7 +42,10 @@ bool hasLetter(const QString& s) {
 // spin box, the stack of a tab control...) carry names starting with "qt_".
 bool isToolkitPart(const QObject* o) { return o->objectName().startsWith(QStringLiteral("qt_")); }
 
+// A field or a result shows a value; a label the window marks as a caption
+// cell shows a fixed word the sheet holds.
 bool isCellWidget(const QObject* o) {
+    if (o->property("captionCell").toBool()) return false;
     return o->inherits("tarvokin::ui::CellLabel") || o->inherits("tarvokin::ui::CellEdit");
 }
 
@@ -244,9 +247,11 @@ private:
             const std::pair<const char*, QString> titles[] = {{"Caption", QString::fromStdString(d.title)},
                                                               {"XCaption", QString::fromStdString(d.xTitle)},
                                                               {"YCaption", QString::fromStdString(d.yTitle)}};
+            // All three are offered even while the chart is empty: its titles
+            // come later, with its data, and must find their translation.
             const bool valueTitle = chart->property("valueTitle").toBool();
             for (const auto& [suffix, french] : titles) {
-                if (!hasLetter(french) || (valueTitle && std::string_view(suffix) == "Caption")) continue;
+                if (valueTitle && std::string_view(suffix) == "Caption") continue;
                 add(QString::fromLatin1(suffix), [french] { return french; }, {});
             }
         }
@@ -285,6 +290,7 @@ std::vector<CaptionText> WindowCaptions(QWidget* form) {
     Walker walker(form);
     std::vector<CaptionText> out;
     for (const Slot& s : walker.texts()) {
+        if (!s.set && !hasLetter(s.get())) continue;  // a chart's title it has not been given
         const QString prefix = s.owner == form ? QString() : walker.prefix(s.owner);
         QString shown = s.get();
         if (auto* chart = qobject_cast<ChartPanel*>(s.owner)) shown = chart->shownTitle(shown);

@@ -34,9 +34,12 @@ WingPanel::WingPanel(SheetBridge& b, QWidget* parent) : QWidget(parent) {
     auto* speed = new QGroupBox(QStringLiteral("Vitesse et Reynolds"));
     auto* sg = new QGridLayout(speed);
     sg->addWidget(new QLabel(QStringLiteral("V (Km/h)")), 0, 0);
-    sg->addWidget(new CellLabel(b, b11), 0, 1);
-    sg->addWidget(new CellLabel(b, c11), 0, 2);
-    sg->addWidget(new CellLabel(b, D11), 0, 3);
+    // Column heads the sheet holds as fixed words: captions for the language.
+    for (Cell head : {b11, c11, D11}) {
+        auto* l = new CellLabel(b, head);
+        l->setProperty("captionCell", true);
+        sg->addWidget(l, 0, head == b11 ? 1 : head == c11 ? 2 : 3);
+    }
     sg->addWidget(new CellEdit(b, a12), 1, 0);
     for (int i = 0; i < 3; ++i) {
         auto* l = new CellLabel(b, i == 0 ? b12 : i == 1 ? c12 : D12);

@@ -4,7 +4,7 @@ set -euo pipefail
 
 PACKAGES=(
   cmake ninja-build g++ ccache
-  qt6-base-dev qt6-charts-dev qt6-svg-dev libqt6opengl6-dev
+  qt6-base-dev qt6-charts-dev qt6-svg-dev libqt6opengl6-dev qt6-translations-l10n
   libgtest-dev libgmock-dev libbenchmark-dev
   xfoil xvfb xauth xfonts-base fonts-dejavu-core
   zlib1g-dev

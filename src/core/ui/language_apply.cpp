@@ -4,11 +4,14 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QDialogButtonBox>
 #include <QDockWidget>
 #include <QEvent>
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
+#include <QLibraryInfo>
+#include <QTranslator>
 #include <QLayout>
 #include <QMenu>
 #include <QPointer>
@@ -209,6 +212,10 @@ private:
         if (auto* l = qobject_cast<QLabel*>(w); l && !isCellWidget(l) && hasLetter(l->text())) {
             add(QStringLiteral("Caption"), [l] { return l->text(); }, [l](const QString& t) { l->setText(t); });
         }
+        // The standard buttons of a dialog speak the toolkit's language.
+        if (auto* box = qobject_cast<QDialogButtonBox*>(w->parent());
+            box && box->standardButton(qobject_cast<QAbstractButton*>(w)) != QDialogButtonBox::NoButton)
+            return;
         if (auto* b = qobject_cast<QAbstractButton*>(w); b && hasLetter(b->text())) {
             add(QStringLiteral("Caption"), [b] { return b->text(); }, [b](const QString& t) { b->setText(t); });
         }
@@ -364,6 +371,26 @@ private:
 void InstallLanguageFollower(Workbench& wb, QObject* owner) {
     if (!qApp) return;
     qApp->installEventFilter(new LanguageFollower(wb, owner));
+    UseToolkitLanguage(wb.settings.languageCode);
+}
+
+void UseToolkitLanguage(const std::string& languageCode) {
+    static QPointer<QTranslator> current;
+    if (!qApp) return;
+    if (current) {
+        QCoreApplication::removeTranslator(current);
+        delete current;
+    }
+    // English is the toolkit's own; a missing translation leaves it so.
+    const char* suffix = languageCode == "0" ? "fr" : languageCode == "2" ? "es" : languageCode == "3" ? "it" : nullptr;
+    if (!suffix) return;
+    auto* t = new QTranslator(qApp);
+    if (t->load(QStringLiteral("qtbase_") + QLatin1String(suffix), QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+        QCoreApplication::installTranslator(t);
+        current = t;
+    } else {
+        delete t;
+    }
 }
 
 }  // namespace tarvokin::ui

@@ -54,6 +54,10 @@ void ApplyLanguage(QWidget* form, const LanguageTable& table, const LanguageTabl
 // The same with the run's language file.
 void ApplyLanguage(QWidget* form, const Workbench& wb);
 
+// The toolkit's own words (Yes, No, Cancel, the file dialogs) in the language
+// of `languageCode`, from Qt's translations when they are installed.
+void UseToolkitLanguage(const std::string& languageCode);
+
 // Applies the run's language to each window as it shows or activates, and
 // again to the main and design windows when the modeller changes language.
 // The follower lives as long as `owner` (the main window).

@@ -734,6 +734,7 @@ void MainWindow::clickToolbar(int position) {
 
 void MainWindow::applyLanguage() {
     appliedLanguage_ = wb_.languageFilePath;
+    UseToolkitLanguage(wb_.settings.languageCode);
     ApplyLanguage(this, wb_);
     for (auto& [b, panel] : designPanels_) ApplyLanguage(panel, wb_);
     if (auto* settings = qobject_cast<QWidget*>(settingsPlace_->widget())) ApplyLanguage(settings, wb_);

@@ -1,6 +1,8 @@
 #include "core/language.h"
 
+#include <fstream>
 #include <map>
+#include <set>
 #include <mutex>
 #include <system_error>
 
@@ -67,12 +69,18 @@ std::shared_ptr<const LanguageTable> LanguageTable::load(const std::filesystem::
     static std::mutex guard;
     static std::map<std::filesystem::path, std::pair<Stamp, std::shared_ptr<const LanguageTable>>> cache;
     const std::optional<Stamp> stamp = stampOf(file);
-    if (!stamp) return std::make_shared<LanguageTable>();
+    if (!stamp) {
+        auto table = std::make_shared<LanguageTable>();
+        std::error_code ec;
+        table->unreadable_ = std::filesystem::exists(file, ec);
+        return table;
+    }
     std::lock_guard lock(guard);
     auto it = cache.find(file);
     if (it != cache.end() && it->second.first == *stamp) return it->second.second;
 
     auto table = std::make_shared<LanguageTable>();
+    if (!std::ifstream(file, std::ios::binary)) table->unreadable_ = true;
     ProfileDocument::load(file).forEachKey([&](std::string_view section, std::string_view key, const std::string& v) {
         std::string value = v;
         if (auto nul = value.find('\0'); nul != std::string::npos) value.resize(nul);
@@ -81,6 +89,16 @@ std::shared_ptr<const LanguageTable> LanguageTable::load(const std::filesystem::
     });
     cache[file] = {*stamp, table};
     return table;
+}
+
+std::string LanguageReadError(const std::filesystem::path& file) {
+    static std::mutex guard;
+    static std::set<std::filesystem::path> told;
+    std::error_code ec;
+    if (!std::filesystem::exists(file, ec) || !LanguageTable::load(file)->unreadable()) return {};
+    std::lock_guard lock(guard);
+    if (!told.insert(file).second) return {};
+    return "ERREUR INIProfileRead " + file.string();
 }
 
 std::optional<std::string> LanguageTable::find(std::string_view section, std::string_view key) const {

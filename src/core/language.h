@@ -32,11 +32,19 @@ public:
     // Every key in file order, for the tools that check the files.
     const std::vector<Key>& keys() const { return keys_; }
     bool empty() const { return keys_.empty(); }
+    // The file is there but could not be read (no permission, a folder).
+    bool unreadable() const { return unreadable_; }
 
 private:
     std::unordered_map<std::string, size_t> index_;  // "SECTION\nKEY" -> keys_ position
     std::vector<Key> keys_;
+    bool unreadable_ = false;
 };
+
+// "ERREUR INIProfileRead " and the file, the first time in the run that a
+// language file that exists could not be read; empty otherwise. A missing file
+// is no error: its captions are the French ones.
+std::string LanguageReadError(const std::filesystem::path& file);
 
 // The escapes of language files: \r a carriage return, \f a line feed, \\ a
 // backslash; a lone backslash stays.

@@ -101,6 +101,8 @@ bool AskUser(Workbench& wb, std::string_view id, std::string_view extra) {
 }
 
 void ShowMessage(Workbench& wb, std::string_view id, std::string_view extra) {
+    if (const std::string error = LanguageReadError(wb.languageFilePath); !error.empty() && wb.showMessage)
+        wb.showMessage(error);
     std::string text = messageText(wb, id, extra);
     if (wb.showMessage) wb.showMessage(text);
 }

@@ -89,6 +89,17 @@ TEST(LanguageFile, AMissingOrDamagedFileLeavesFrench) {
     EXPECT_EQ(s.messages.back(), "[#3] Fichier Excel inexistant");
 }
 
+TEST(LanguageFile, AFileThatCannotBeReadIsSaidOnceThenFrench) {
+    Shown s;
+    fs::create_directories(s.wb.languageFilePath);  // there, but no file to read
+    ShowMessage(s.wb, "[#3] ", "");
+    ShowMessage(s.wb, "[#3] ", "");
+    ASSERT_EQ(s.messages.size(), 3u);
+    EXPECT_EQ(s.messages[0], "ERREUR INIProfileRead " + s.wb.languageFilePath);
+    EXPECT_EQ(s.messages[1], "[#3] Fichier Excel inexistant");
+    EXPECT_EQ(s.messages[2], s.messages[1]);
+}
+
 TEST(LanguageFile, AFileChangedOnDiskIsReadAgain) {
     Shown s;
     s.writeLanguage("[Messages]\r\n[#3]=[#3] first\r\n");

@@ -341,6 +341,8 @@ void ApplyLanguage(QWidget* form, const LanguageTable& table, const LanguageTabl
 }
 
 void ApplyLanguage(QWidget* form, const Workbench& wb) {
+    if (const std::string error = LanguageReadError(wb.languageFilePath); !error.empty() && wb.showMessage)
+        wb.showMessage(error);
     const auto table = LanguageTable::load(wb.languageFilePath);
     const auto french = LanguageTable::load(languageFile(wb.home(), "0"));
     ApplyLanguage(form, *table, *french);

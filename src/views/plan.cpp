@@ -4,6 +4,7 @@
 #include <cmath>
 #include <numbers>
 #include <optional>
+#include <string_view>
 
 #include "design/geometry.h"
 #include "design/summary.h"
@@ -279,20 +280,28 @@ std::vector<PlanTextLine> LayoutLabel(const PlanLabel& label) {
 }
 
 PlanBounds LabelBox(const PlanLabel& label) {
-    PlanBounds b;
-    const double h = label.height;
-    for (const PlanTextLine& line : LayoutLabel(label)) {
-        const double w = h * (kPlanCharWidth * static_cast<double>(charCount(line.text)) + 0.5);
-        double left = line.middle.x;
-        if (line.align == TextAlign::Centre) left -= w / 2;
-        if (line.align == TextAlign::Right) left -= w;
-        const double half = kPlanLinePitch * h / 2;
-        const PlanBounds l{left, line.middle.y - half, left + w, line.middle.y + half, false};
-        b = b.empty ? l
-                    : PlanBounds{std::min(b.xMin, l.xMin), std::min(b.yMin, l.yMin), std::max(b.xMax, l.xMax),
-                                 std::max(b.yMax, l.yMax), false};
+    // The lines as LayoutLabel sets them, counted without making them: the
+    // layout of the centring plan asks for many boxes.
+    const std::string_view text = label.text, sep = kLabelLineEnd;
+    size_t lines = 0, widest = 0;
+    for (size_t start = 0;;) {
+        const size_t at = text.find(sep, start);
+        widest = std::max(widest, charCount(text.substr(start, at == std::string_view::npos ? text.npos : at - start)));
+        ++lines;
+        if (at == std::string_view::npos) break;
+        start = at + sep.size();
     }
-    return b;
+    const int a = static_cast<int>(label.anchor);
+    const int column = a % 3, row = a / 3;
+    const double h = label.height, pitch = kPlanLinePitch * h, n = static_cast<double>(lines);
+    double first = label.at.y - h / 2;
+    if (row == 1) first = label.at.y + (n - 1) * pitch / 2;
+    if (row == 2) first = label.at.y + h / 2 + (n - 1) * pitch;
+    const double w = h * (kPlanCharWidth * static_cast<double>(widest) + 0.5);
+    double left = label.at.x;
+    if (column == 1) left -= w / 2;
+    if (column == 2) left -= w;
+    return {left, first - (n - 1) * pitch - pitch / 2, left + w, first + pitch / 2, false};
 }
 
 bool Overlap(const PlanBounds& a, const PlanBounds& b) {
@@ -465,6 +474,14 @@ PlanBounds unite(PlanBounds a, const PlanBounds& b) {
             false};
 }
 
+// A block's labels move together with its row: its box at another row is the
+// box at one row moved by the difference.
+PlanBounds raised(PlanBounds b, double dy) {
+    b.yMin += dy;
+    b.yMax += dy;
+    return b;
+}
+
 PlanBounds boxOf(const std::vector<PlanLabel>& labels) {
     PlanBounds b;
     for (const PlanLabel& l : labels) b = unite(b, LabelBox(l));
@@ -613,8 +630,9 @@ private:
                 // crosses no text first; of the sides, the one that keeps
                 // the whole most readable.
                 std::optional<Choice> near;
+                const PlanBounds atStart = boxOf(calloutBlock(c, up, side, start));
                 for (double y : rows(start, up)) {
-                    const PlanBounds box = boxOf(calloutBlock(c, up, side, y));
+                    const PlanBounds box = raised(atStart, y - start);
                     if (!free(box) || (keepClear && across(box))) continue;
                     const double end = leaderEnd(side, y);
                     const bool clean = freeOfTexts({c.x, std::min(0.0, end), c.x, std::max(0.0, end), false});
@@ -622,7 +640,7 @@ private:
                     if (clean) break;
                 }
                 if (!near) continue;
-                const double m = merit(boxOf(calloutBlock(c, up, side, near->y)));
+                const double m = merit(raised(atStart, near->y - start));
                 if (!best || (near->clean && !best->clean) ||
                     (near->clean == best->clean && m > bestMerit * (1 + 1e-9))) {
                     best = near;
@@ -641,9 +659,9 @@ private:
     // The first free place along a column of candidate heights.
     template <typename Make>
     std::optional<std::vector<PlanLabel>> firstFree(double from, bool up, Make make) const {
+        const PlanBounds atFrom = boxOf(make(from));
         for (double y : rows(from, up)) {
-            std::vector<PlanLabel> block = make(y);
-            if (free(boxOf(block))) return block;
+            if (free(raised(atFrom, y - from))) return make(y);
         }
         return std::nullopt;
     }

@@ -50,6 +50,19 @@ void BM_DrawCentringPlanDemo(benchmark::State& state) {
 }
 BENCHMARK(BM_DrawCentringPlanDemo)->Unit(benchmark::kMicrosecond);
 
+// The plan set for the design window's picture at its first size on a
+// 1280 x 800 screen: the labels laid out again at each scale tried.
+void BM_DrawCentringPlanForWindow(benchmark::State& state) {
+    Workbench wb(TARVOKIN_DATA_DIR);
+    InstallWindowLogic(wb);
+    loadDemo(wb);
+    for (auto _ : state) {
+        Plan p = DrawCentringPlan(wb, PlanArea{312, 202});
+        benchmark::DoNotOptimize(p.labels.size());
+    }
+}
+BENCHMARK(BM_DrawCentringPlanForWindow)->Unit(benchmark::kMicrosecond);
+
 // One frame of the demo aircraft in the design window's view at 1000 x 700:
 // argument 2 is the lit flat faces, 5 the blended corners of "Vue Surface".
 void BM_DemoFrame(benchmark::State& state) {

@@ -3,10 +3,13 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <optional>
+#include <string_view>
 
 #include "design/geometry.h"
 #include "design/summary.h"
 #include "core/numbers.h"
+#include "core/text_case.h"
 #include "core/workbench.h"
 #include "views/aircraft_layout.h"
 #include "views/mesh_outline.h"
@@ -276,12 +279,64 @@ std::vector<PlanTextLine> LayoutLabel(const PlanLabel& label) {
     return out;
 }
 
+PlanBounds LabelBox(const PlanLabel& label) {
+    // The lines as LayoutLabel sets them, counted without making them: the
+    // layout of the centring plan asks for many boxes.
+    const std::string_view text = label.text, sep = kLabelLineEnd;
+    size_t lines = 0, widest = 0;
+    for (size_t start = 0;;) {
+        const size_t at = text.find(sep, start);
+        widest = std::max(widest, charCount(text.substr(start, at == std::string_view::npos ? text.npos : at - start)));
+        ++lines;
+        if (at == std::string_view::npos) break;
+        start = at + sep.size();
+    }
+    const int a = static_cast<int>(label.anchor);
+    const int column = a % 3, row = a / 3;
+    const double h = label.height, pitch = kPlanLinePitch * h, n = static_cast<double>(lines);
+    double first = label.at.y - h / 2;
+    if (row == 1) first = label.at.y + (n - 1) * pitch / 2;
+    if (row == 2) first = label.at.y + h / 2 + (n - 1) * pitch;
+    const double w = h * (kPlanCharWidth * static_cast<double>(widest) + 0.5);
+    double left = label.at.x;
+    if (column == 1) left -= w / 2;
+    if (column == 2) left -= w;
+    return {left, first - (n - 1) * pitch - pitch / 2, left + w, first + pitch / 2, false};
+}
+
+bool Overlap(const PlanBounds& a, const PlanBounds& b) {
+    if (a.empty || b.empty) return false;
+    // Lines set one under the other touch: a hair's breadth is no overlap.
+    const double e = 1e-9 * std::max({1.0, std::abs(a.xMax), std::abs(a.yMax), std::abs(b.xMax), std::abs(b.yMax)});
+    return a.xMin < b.xMax - e && b.xMin < a.xMax - e && a.yMin < b.yMax - e && b.yMin < a.yMax - e;
+}
+
+PlanBounds Plan::boundsWithText() const {
+    PlanBounds b = bounds();
+    for (const PlanLabel& l : labels) {
+        const PlanBounds t = LabelBox(l);
+        if (t.empty || !std::isfinite(t.xMin) || !std::isfinite(t.yMin) || !std::isfinite(t.xMax) ||
+            !std::isfinite(t.yMax)) {
+            continue;
+        }
+        if (b.empty) {
+            b = t;
+            continue;
+        }
+        b = {std::min(b.xMin, t.xMin), std::min(b.yMin, t.yMin), std::max(b.xMax, t.xMax), std::max(b.yMax, t.yMax),
+             false};
+    }
+    return b;
+}
+
 double PlanScale(const Plan& plan, double areaWidth, double areaHeight) {
-    const PlanBounds b = plan.bounds();
-    const double extent = std::max(b.width(), b.height());
-    const double side = std::min(areaWidth, areaHeight);
-    if (b.empty || !(extent > 0) || !(side > 0)) return 1;
-    return side * 0.9 / extent;
+    const PlanBounds b = plan.boundsWithText();
+    if (b.empty || !(areaWidth > 0) || !(areaHeight > 0)) return 1;
+    // A drawing that is a line (the width or the height nil) fits by its length.
+    double scale = 0;
+    if (b.width() > 0) scale = areaWidth / b.width();
+    if (b.height() > 0) scale = scale > 0 ? std::min(scale, areaHeight / b.height()) : areaHeight / b.height();
+    return scale > 0 ? scale * 0.9 : 1;
 }
 
 const char* PlanViewCaption(PlanView v) {
@@ -301,9 +356,32 @@ std::string CurveText(double number) {
 
 // ---- centring plan -----------------------------------------------------------------
 
-Plan DrawCentringPlan(const Workbench& wb) {
+namespace {
+
+// A neutral point or the CG: a mark on the reference line, a leader to the
+// caption and its figure.
+struct Callout {
+    double x;
+    const char* caption;
+    const char* figureKind;
+    std::string figure;
+    Rgb colour;
+    bool cg;
+};
+
+// What the centring plan shows, before its texts are set.
+struct CentringParts {
+    Plan drawing;  // fuselage, mean chords, reference line
+    std::vector<Callout> above, below;
+    std::vector<std::pair<const char*, std::string>> settings;
+    double refEnd = 1;
+    double extent = 1;
+};
+
+CentringParts centringParts(const Workbench& wb) {
     const Sheet& s = wb.sheet;
-    Plan plan;
+    CentringParts parts;
+    Plan& plan = parts.drawing;
     const AircraftLayout a = LayoutAircraft(s);
     // The plan follows the stations the trim was computed with: the wing
     // where slider 0 puts it, the stabiliser at slider 5 behind it.
@@ -343,60 +421,180 @@ Plan DrawCentringPlan(const Workbench& wb) {
         plan.shapes.push_back(std::move(sh));
     }
 
-    const double extent = extentOf(a, plan);
-    const double th = textHeightFor(extent);
-    const double lineGap = 1.6 * th;
-    const double refEnd = std::max({a.length, stabStation + stabMac, wingStation + mac, 1.0});
-    plan.segments.push_back({PlanLayer::Construction, "Ligne de référence fuselage", {0, 0}, {refEnd, 0},
+    parts.extent = extentOf(a, plan);
+    parts.refEnd = std::max({a.length, stabStation + stabMac, wingStation + mac, 1.0});
+    plan.segments.push_back({PlanLayer::Construction, "Ligne de référence fuselage", {0, 0}, {parts.refEnd, 0},
                              kConstructionInk, true});
 
-    PlanBounds b = plan.bounds();
-    const double top = b.yMax + th, bottom = b.yMin - th;
-
-    // Neutral points and the CG: a mark on the reference line, a leader to
-    // the caption and its figure. The wing's points stand close together:
-    // their texts go above the drawing, the front one to the left of its
-    // leader, the rear one to the right, the middle one a row higher; the
-    // stabiliser's and the fuselage's go below.
-    struct Callout {
-        double x;
-        const char* caption;
-        const char* figureKind;
-        std::string figure;
-        Rgb colour;
-        bool cg;
-    };
-    std::vector<Callout> above, below;
+    // The wing's points and the CG go above the drawing, the stabiliser's and
+    // the fuselage's below.
     if (wing) {
-        above.push_back({wingStation + wingFoyer, "Foyer Aile", "j99", fixed(wingFoyer, 2) + " mm (=25 % de la CAM)",
-                         kNeutralInk, false});
+        parts.above.push_back({wingStation + wingFoyer, "Foyer Aile", "j99",
+                               fixed(wingFoyer, 2) + " mm (=25 % de la CAM)", kNeutralInk, false});
     }
     double neutral = 0;
     if (fieldNumber(s, F_GEO_SF_REGLAGES::C31, neutral)) {
-        above.push_back({wingStation + neutral, "Foyer Global", "j20a", fixed(neutral, 2) + " mm", kNeutralInk, false});
+        parts.above.push_back(
+            {wingStation + neutral, "Foyer Global", "j20a", fixed(neutral, 2) + " mm", kNeutralInk, false});
     }
     // The CG where the static margin puts it behind the wing's leading edge.
     double cg = 0;
     if (fieldNumber(s, F_GEO_SF_REGLAGES::C30, cg)) {
-        above.push_back({wingStation + cg, "CG", "b30",
-                         twoDecimals(s, F_GEO_SF_REGLAGES::C30) + " mm (= " + twoDecimals(s, F_GEO_SF_REGLAGES::B30) +
-                             " % cam)" + kLabelLineEnd + "Cz aile = " + twoDecimals(s, F_GEO_SF_REGLAGES::D30),
-                         kCgInk, true});
+        parts.above.push_back({wingStation + cg, "CG", "b30",
+                               twoDecimals(s, F_GEO_SF_REGLAGES::C30) + " mm (= " +
+                                   twoDecimals(s, F_GEO_SF_REGLAGES::B30) + " % cam)" + kLabelLineEnd +
+                                   "Cz aile = " + twoDecimals(s, F_GEO_SF_REGLAGES::D30),
+                               kCgInk, true});
     }
     if (stab) {
-        below.push_back({stabStation + stabFoyer, "Foyer Stab", "J20", s.text(F_GEO_STAB::J20) + " mm", kNeutralInk,
-                         false});
+        parts.below.push_back({stabStation + stabFoyer, "Foyer Stab", "J20", s.text(F_GEO_STAB::J20) + " mm",
+                               kNeutralInk, false});
     }
     double fuselagePercent = 0;
     if (!a.frames.empty() && fieldNumber(s, F_GEO_FUS::j26, fuselagePercent)) {
-        below.push_back({a.length * fuselagePercent / 100, "Foyer Fuselage", "j26a", s.text(F_3D::j26a), kNeutralInk,
-                         false});
+        parts.below.push_back({a.length * fuselagePercent / 100, "Foyer Fuselage", "j26a", s.text(F_3D::j26a),
+                               kNeutralInk, false});
     }
-    std::sort(above.begin(), above.end(), [](const Callout& l, const Callout& r) { return l.x < r.x; });
+    const auto byStation = [](const Callout& l, const Callout& r) { return l.x < r.x; };
+    std::stable_sort(parts.above.begin(), parts.above.end(), byStation);
+    std::stable_sort(parts.below.begin(), parts.below.end(), byStation);
 
-    const double rowStep = 3.4 * lineGap;
-    auto callout = [&](const Callout& c, int row, int side) {
-        const double r = th * 0.6;
+    parts.settings = {{"Label4", "Marge statique"},
+                      {"C29", s.text(F_GEO_SF_REGLAGES::C29) + " %"},
+                      {"F31", "Calage aile = " + twoDecimals(s, F_GEO_SF_REGLAGES::F31) + " °"}};
+    if (stab) parts.settings.push_back({"F30", "Callage stab = " + twoDecimals(s, F_GEO_SF_REGLAGES::F30) + " °"});
+    parts.settings.push_back({"F32", "Vé longitudinal = " + twoDecimals(s, F_GEO_SF_REGLAGES::F32) + " °"});
+    return parts;
+}
+
+PlanBounds unite(PlanBounds a, const PlanBounds& b) {
+    if (b.empty) return a;
+    if (a.empty) return b;
+    return {std::min(a.xMin, b.xMin), std::min(a.yMin, b.yMin), std::max(a.xMax, b.xMax), std::max(a.yMax, b.yMax),
+            false};
+}
+
+// A block's labels move together with its row: its box at another row is the
+// box at one row moved by the difference.
+PlanBounds raised(PlanBounds b, double dy) {
+    b.yMin += dy;
+    b.yMax += dy;
+    return b;
+}
+
+PlanBounds boxOf(const std::vector<PlanLabel>& labels) {
+    PlanBounds b;
+    for (const PlanLabel& l : labels) b = unite(b, LabelBox(l));
+    return b;
+}
+
+// The labels of the centring plan set at text height `th`, one block after
+// the other, each in the free place that suits it best.
+class CentringLayout {
+public:
+    CentringLayout(const CentringParts& parts, double th, const PlanArea* area)
+        : parts_(parts), th_(th), area_(area), plan_(parts.drawing) {
+        // The drawing with the marks on the reference line, which stand a
+        // text height either side of it.
+        drawing_ = plan_.bounds();
+        drawing_.yMin = std::min(drawing_.yMin, -th) - th / 2;
+        drawing_.yMax = std::max(drawing_.yMax, th) + th / 2;
+        whole_ = drawing_;
+        for (bool up : {true, false}) {
+            const std::vector<Callout>& group = up ? parts.above : parts.below;
+            const size_t n = group.size();
+            for (size_t i = 0; i < n; ++i) {
+                // The wing's points stand close together: the front one's
+                // text to the left of its leader, the rear one's to the right.
+                const int side = !up || n == 1 ? 0 : i == 0 ? -1 : i + 1 == n ? 1 : 0;
+                std::vector<double> later;
+                for (size_t k = i + 1; k < n; ++k) later.push_back(group[k].x);
+                callout(group[i], up, side, later);
+            }
+        }
+        referenceName();
+        settings();
+    }
+
+    Plan take() { return std::move(plan_); }
+
+private:
+    const CentringParts& parts_;
+    const double th_;
+    const PlanArea* area_;
+    Plan plan_;
+    PlanBounds drawing_, whole_;
+    std::vector<PlanBounds> texts_;    // the labels set so far
+    std::vector<PlanBounds> leaders_;  // the leader lines drawn so far
+
+    double lineGap() const { return kPlanLinePitch * th_; }
+
+    bool freeOfTexts(const PlanBounds& b) const {
+        for (const PlanBounds& t : texts_)
+            if (Overlap(b, t)) return false;
+        return true;
+    }
+    bool free(const PlanBounds& b) const {
+        if (Overlap(b, drawing_) || !freeOfTexts(b)) return false;
+        for (const PlanBounds& l : leaders_)
+            if (Overlap(b, l)) return false;
+        return true;
+    }
+
+    // How well the whole would read with `b` added: the scale it would be
+    // drawn at in the area, or without one, the less room the better.
+    double merit(const PlanBounds& b) const {
+        const PlanBounds u = unite(whole_, b);
+        if (area_) return std::min(area_->width / std::max(u.width(), 1e-9), area_->height / std::max(u.height(), 1e-9));
+        return -u.width() * u.height();
+    }
+
+    // The heights, going away from the drawing (up or down), where a block
+    // standing at `from` or just clear of a text already set could go.
+    // A block's foot (up) or head (down) at y leaves its text's box 0.3 text
+    // height beyond y: half a text height keeps a gap.
+    std::vector<double> rows(double from, bool up) const {
+        std::vector<double> ys{from};
+        for (const PlanBounds& t : texts_) {
+            const double y = up ? t.yMax + th_ / 2 : t.yMin - th_ / 2;
+            if (up ? y > from : y < from) ys.push_back(y);
+        }
+        std::sort(ys.begin(), ys.end(), [up](double a, double b) { return up ? a < b : a > b; });
+        return ys;
+    }
+
+    void put(const std::vector<PlanLabel>& block) {
+        for (const PlanLabel& l : block) plan_.labels.push_back(l);
+        const PlanBounds b = boxOf(block);
+        texts_.push_back(b);
+        whole_ = unite(whole_, b);
+    }
+
+    // A caption and its figure in a block beside their leader (side -1: to
+    // its left, 0: centred on it, 1: to its right), the block's foot at `y`
+    // above the drawing or its head at `y` below it.
+    std::vector<PlanLabel> calloutBlock(const Callout& c, bool up, int side, double y) const {
+        const double x = c.x + side * th_ / 3;
+        const int column = 1 - side;  // text on the left stands with its right end at the point
+        PlanLabel caption{PlanLayer::Label, c.cg ? "CG" : "Label4", {x, y}, c.caption, TextAnchor::BottomLeft, th_,
+                          c.colour};
+        PlanLabel figure{PlanLayer::Label, c.figureKind, {x, y}, c.figure, TextAnchor::BottomLeft, th_, c.colour};
+        if (up) {
+            figure.anchor = static_cast<TextAnchor>(6 + column);
+            caption.anchor = figure.anchor;
+            caption.at.y = y + static_cast<double>(LayoutLabel(figure).size()) * lineGap();
+        } else {
+            caption.anchor = static_cast<TextAnchor>(column);
+            figure.anchor = caption.anchor;
+            figure.at.y = y - lineGap();
+        }
+        return {caption, figure};
+    }
+
+    // `later`: the stations of the marks whose leaders are still to rise on
+    // this side; a text that stood across one would be crossed by it.
+    void callout(const Callout& c, bool up, int preferred, const std::vector<double>& later) {
+        const double r = th_ * 0.6;
         if (c.cg) {
             PlanShape mark;
             mark.layer = PlanLayer::Mark;
@@ -404,60 +602,184 @@ Plan DrawCentringPlan(const Workbench& wb) {
             mark.points = circle({c.x, 0}, r);
             mark.fill = c.colour;
             mark.colour = c.colour;
-            plan.shapes.push_back(std::move(mark));
+            plan_.shapes.push_back(std::move(mark));
         } else {
-            plan.segments.push_back({PlanLayer::Mark, c.caption, {c.x, -th}, {c.x, th}, c.colour, false});
+            plan_.segments.push_back({PlanLayer::Mark, c.caption, {c.x, -th_}, {c.x, th_}, c.colour, false});
         }
-        const bool up = row > 0;
-        const double y = up ? top + (row - 1) * rowStep : bottom - (-row - 1) * rowStep;
-        plan.segments.push_back({PlanLayer::Construction, c.caption, {c.x, up ? r : -r}, {c.x, y}, c.colour, true});
-        // side -1: text to the left of the leader, 0: centred on it, 1: to its right.
-        const double x = c.x + side * th / 3;
-        const int column = 1 - side;  // text on the left stands with its right end at the point
-        PlanLabel caption{PlanLayer::Label, c.cg ? "CG" : "Label4", {x, y}, c.caption, TextAnchor::BottomLeft, th,
-                          c.colour};
-        PlanLabel figure{PlanLayer::Label, c.figureKind, {x, y}, c.figure, TextAnchor::BottomLeft, th, c.colour};
-        const double figureLines = static_cast<double>(LayoutLabel(figure).size());
-        if (up) {
-            figure.anchor = static_cast<TextAnchor>(6 + column);
-            caption.anchor = figure.anchor;
-            caption.at.y = y + figureLines * lineGap;
-        } else {
-            caption.anchor = static_cast<TextAnchor>(column);
-            figure.anchor = caption.anchor;
-            figure.at.y = y - lineGap;
+        const double start = up ? drawing_.yMax + th_ / 2 : drawing_.yMin - th_ / 2;
+        struct Choice {
+            int side;
+            double y;
+            bool clean;  // the leader crosses no text
+        };
+        // A leader under a centred text stops at the edge of its box.
+        const auto leaderEnd = [&](int side, double y) { return side == 0 ? y + (up ? -0.3 : 0.3) * th_ : y; };
+        const auto across = [&](const PlanBounds& box) {
+            for (double x : later)
+                if (box.xMin < x && x < box.xMax) return true;
+            return false;
+        };
+        std::optional<Choice> best;
+        double bestMerit = 0;
+        const int sides[3] = {preferred, preferred == 0 ? 1 : 0, preferred == 0 ? -1 : -preferred};
+        // Clear of the leaders to come if that can be; the row above every
+        // text always is free of the rest.
+        for (bool keepClear : {true, false}) {
+            for (int side : sides) {
+                // On each side the nearest free row, one whose leader
+                // crosses no text first; of the sides, the one that keeps
+                // the whole most readable.
+                std::optional<Choice> near;
+                const PlanBounds atStart = boxOf(calloutBlock(c, up, side, start));
+                for (double y : rows(start, up)) {
+                    const PlanBounds box = raised(atStart, y - start);
+                    if (!free(box) || (keepClear && across(box))) continue;
+                    const double end = leaderEnd(side, y);
+                    const bool clean = freeOfTexts({c.x, std::min(0.0, end), c.x, std::max(0.0, end), false});
+                    if (!near || (clean && !near->clean)) near = Choice{side, y, clean};
+                    if (clean) break;
+                }
+                if (!near) continue;
+                const double m = merit(raised(atStart, near->y - start));
+                if (!best || (near->clean && !best->clean) ||
+                    (near->clean == best->clean && m > bestMerit * (1 + 1e-9))) {
+                    best = near;
+                    bestMerit = m;
+                }
+            }
+            if (best) break;
         }
-        plan.labels.push_back(caption);
-        plan.labels.push_back(figure);
-    };
-    for (size_t i = 0; i < above.size(); ++i) {
-        if (above.size() == 1) {
-            callout(above[i], 1, 0);
-        } else if (i == 0) {
-            callout(above[i], 1, -1);
-        } else if (i + 1 == above.size()) {
-            callout(above[i], 1, 1);
-        } else {
-            callout(above[i], 2, 0);
-        }
+        const Choice ch = *best;
+        const double end = leaderEnd(ch.side, ch.y);
+        plan_.segments.push_back({PlanLayer::Construction, c.caption, {c.x, up ? r : -r}, {c.x, end}, c.colour, true});
+        put(calloutBlock(c, up, ch.side, ch.y));
+        leaders_.push_back({c.x - th_ / 10, std::min(0.0, end), c.x + th_ / 10, std::max(0.0, end), false});
     }
-    for (size_t i = 0; i < below.size(); ++i) callout(below[i], -1 - static_cast<int>(i), 0);
 
-    // The settings, a block under the drawing.
-    b = plan.bounds();
-    double y = b.yMin - th;
-    auto line = [&](const char* kind, const std::string& text) {
-        plan.labels.push_back({PlanLayer::Label, kind, {b.xMin, y}, text, TextAnchor::TopLeft, th, kInk});
-        y -= lineGap;
+    // The first free place along a column of candidate heights.
+    template <typename Make>
+    std::optional<std::vector<PlanLabel>> firstFree(double from, bool up, Make make) const {
+        const PlanBounds atFrom = boxOf(make(from));
+        for (double y : rows(from, up)) {
+            if (free(raised(atFrom, y - from))) return make(y);
+        }
+        return std::nullopt;
+    }
+
+    // Of the candidate blocks, the one that keeps the whole most readable.
+    void putBest(const std::vector<std::optional<std::vector<PlanLabel>>>& candidates) {
+        const std::vector<PlanLabel>* best = nullptr;
+        double bestMerit = 0;
+        for (const auto& c : candidates) {
+            if (!c) continue;
+            const double m = merit(boxOf(*c));
+            if (!best || m > bestMerit + 1e-12) {
+                best = &*c;
+                bestMerit = m;
+            }
+        }
+        if (best) put(*best);
+    }
+
+    // The reference line's name: after the line's end, or above or below the
+    // drawing's rear end.
+    void referenceName() {
+        const char* name = "Ligne de référence fuselage";
+        auto at = [&](PlanPoint p, TextAnchor anchor) {
+            return std::vector<PlanLabel>{{PlanLayer::Label, name, p, name, anchor, th_, kConstructionInk}};
+        };
+        std::vector<std::optional<std::vector<PlanLabel>>> candidates;
+        if (auto beside = at({parts_.refEnd + th_ / 2, 0}, TextAnchor::MiddleLeft); free(boxOf(beside))) {
+            candidates.push_back(beside);
+        }
+        const double right = drawing_.xMax;
+        candidates.push_back(firstFree(drawing_.yMax + th_ / 2, true,
+                                       [&](double y) { return at({right, y}, TextAnchor::BottomRight); }));
+        candidates.push_back(firstFree(drawing_.yMin - th_ / 2, false,
+                                       [&](double y) { return at({right, y}, TextAnchor::TopRight); }));
+        putBest(candidates);
+    }
+
+    // The settings, one under the other, in a corner of the drawing or in a
+    // column after it.
+    void settings() {
+        // The block's head at p.y, or its foot when it stands above the drawing.
+        auto block = [&](PlanPoint p, bool fromTop, bool alignLeft) {
+            std::vector<PlanLabel> out;
+            const double n = static_cast<double>(parts_.settings.size());
+            double y = fromTop ? p.y : p.y + (n - 1) * lineGap() + th_;
+            const TextAnchor anchor = alignLeft ? TextAnchor::TopLeft : TextAnchor::TopRight;
+            for (const auto& [kind, text] : parts_.settings) {
+                out.push_back({PlanLayer::Label, kind, {p.x, y}, text, anchor, th_, kInk});
+                y -= lineGap();
+            }
+            return out;
+        };
+        const double left = drawing_.xMin, right = drawing_.xMax;
+        std::vector<std::optional<std::vector<PlanLabel>>> candidates;
+        for (bool alignLeft : {true, false}) {
+            const double x = alignLeft ? left : right;
+            candidates.push_back(firstFree(drawing_.yMin - th_ / 2, false,
+                                           [&](double y) { return block({x, y}, true, alignLeft); }));
+            candidates.push_back(firstFree(drawing_.yMax + th_ / 2, true,
+                                           [&](double y) { return block({x, y}, false, alignLeft); }));
+        }
+        // A column after everything else, level with the top of the drawing.
+        candidates.push_back(firstFree(drawing_.yMax, false,
+                                       [&](double y) { return block({whole_.xMax + th_, y}, true, true); }));
+        putBest(candidates);
+    }
+};
+
+}  // namespace
+
+Plan DrawCentringPlan(const Workbench& wb) {
+    const CentringParts parts = centringParts(wb);
+    return CentringLayout(parts, textHeightFor(parts.extent), nullptr).take();
+}
+
+Plan DrawCentringPlan(const Workbench& wb, const PlanArea& area) {
+    const CentringParts parts = centringParts(wb);
+    if (!(area.width > 0) || !(area.height > 0) || !(area.textHeight > 0)) {
+        return CentringLayout(parts, textHeightFor(parts.extent), nullptr).take();
+    }
+    // The text keeps its height on the area whatever the scale: the larger
+    // the scale, the less room the drawing leaves the labels. Look for the
+    // largest scale at which the plan, its labels set for that scale, still
+    // fits the area. The labels take other places as the room changes, so
+    // that fitting is not monotonic in the scale: step down from the
+    // drawing's own scale, then narrow the last step.
+    const double top = PlanScale(parts.drawing, area.width, area.height);
+    auto fitted = [&](double textHeight) -> std::optional<Plan> {
+        auto laidOut = [&](double scale) { return CentringLayout(parts, textHeight / scale, &area).take(); };
+        auto fits = [&](double scale, const Plan& p) {
+            return PlanScale(p, area.width, area.height) >= scale * (1 - 1e-9);
+        };
+        constexpr double kStep = 0.92;
+        for (double scale = top; scale > top / 256; scale *= kStep) {
+            Plan p = laidOut(scale);
+            if (!fits(scale, p)) continue;
+            double lo = scale, hi = scale / kStep;
+            for (int i = 0; i < 6 && scale < top; ++i) {
+                const double mid = std::sqrt(lo * hi);
+                Plan q = laidOut(mid);
+                if (fits(mid, q)) {
+                    lo = mid;
+                    p = std::move(q);
+                } else {
+                    hi = mid;
+                }
+            }
+            return p;
+        }
+        return std::nullopt;
     };
-    line("Label4", "Marge statique");
-    line("C29", s.text(F_GEO_SF_REGLAGES::C29) + " %");
-    line("F31", "Calage aile = " + twoDecimals(s, F_GEO_SF_REGLAGES::F31) + " °");
-    if (stab) line("F30", "Callage stab = " + twoDecimals(s, F_GEO_SF_REGLAGES::F30) + " °");
-    line("F32", "Vé longitudinal = " + twoDecimals(s, F_GEO_SF_REGLAGES::F32) + " °");
-    plan.labels.push_back({PlanLayer::Label, "Ligne de référence fuselage", {refEnd + th / 2, 0},
-                           "Ligne de référence fuselage", TextAnchor::MiddleLeft, th, kConstructionInk});
-    return plan;
+    if (std::optional<Plan> p = fitted(area.textHeight)) return std::move(*p);
+    // An area too small for the text asked for: the smallest text that reads.
+    if (area.textHeight > kPlanSmallestText) {
+        if (std::optional<Plan> p = fitted(kPlanSmallestText)) return std::move(*p);
+    }
+    return CentringLayout(parts, kPlanSmallestText / (top / 256), &area).take();
 }
 
 // ---- the views -------------------------------------------------------------------

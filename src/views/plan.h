@@ -92,6 +92,8 @@ struct Plan {
 
     // Box of every point of the drawing, labels' anchor points included.
     PlanBounds bounds() const;
+    // Box of the drawing and of its labels' text (LabelBox).
+    PlanBounds boundsWithText() const;
     bool emptyDrawing() const { return shapes.empty() && polylines.empty() && segments.empty() && labels.empty(); }
 };
 
@@ -107,10 +109,30 @@ struct PlanTextLine {
 inline constexpr double kPlanLinePitch = 1.6;
 std::vector<PlanTextLine> LayoutLabel(const PlanLabel& label);
 
-// Pixels a millimetre for a picture area of the given size: the larger of the
-// drawing's width and height over the area's matching side, with a margin of
-// a twentieth on each side; 1 for an empty drawing or area.
+// The box a label's text covers: each line kPlanLinePitch text heights high,
+// centred on its middle, and kPlanCharWidth text heights a character wide
+// plus half a height. A sans-serif font set at 1.4 text heights a pixel size,
+// as the windows and the exported files set it, stays inside.
+inline constexpr double kPlanCharWidth = 0.85;
+PlanBounds LabelBox(const PlanLabel& label);
+
+// Whether two boxes share more than an edge.
+bool Overlap(const PlanBounds& a, const PlanBounds& b);
+
+// Pixels a millimetre for a picture area of the given size: the drawing with
+// its labels' text (boundsWithText) as large as both the area's width and its
+// height allow, with a margin of a twentieth on each side; 1 for an empty
+// drawing or area.
 double PlanScale(const Plan& plan, double areaWidth, double areaHeight);
+
+// A picture area in pixels and the height of a line's capitals on it: 7.2
+// pixels set a 10-pixel font, kPlanSmallestText the 9-pixel font under which
+// the windows set no text.
+inline constexpr double kPlanSmallestText = 6.5;
+struct PlanArea {
+    double width = 0, height = 0;
+    double textHeight = 7.2;
+};
 
 // The three flat views and the 3D view, as the buttons PB_2D show them.
 enum class PlanView : uint8_t { Profil, Dessus, Face, Vue3D };
@@ -122,7 +144,16 @@ const char* PlanViewCaption(PlanView v);
 // of the wing, stabiliser, fuselage and whole model, the CG mark at the wing
 // station of F_3D.Slider1 and their figures. No stabiliser (no area, or a
 // flying wing) draws neither its chord nor its neutral point.
+//
+// Each caption stands where it overlaps neither another nor the drawing nor a
+// leader line: the neutral points and the CG in the lowest free row above or
+// below the drawing, the settings and the reference line's name where they
+// make the whole smallest. Without an area the text suits a plan printed at
+// true scale; with one it has the area's text height once the plan is
+// scaled to the area (PlanScale), the drawing as large as the room the
+// labels leave allows.
 Plan DrawCentringPlan(const Workbench& wb);
+Plan DrawCentringPlan(const Workbench& wb, const PlanArea& area);
 
 // The whole aircraft seen from above: wing and stabiliser panels as they
 // project with their dihedrals, the fuselage outline with the spacing of its

@@ -46,20 +46,9 @@ const char* layerName(PlanLayer l) {
     return "0";
 }
 
-// The drawing's box with room for the labels' text (an estimate of the
-// width of a line: 0.7 height a character).
+// The drawing's box with room for the labels' text.
 PlanBounds exportBounds(const Plan& plan) {
-    Plan boxes = plan;
-    for (const PlanLabel& l : plan.labels) {
-        for (const PlanTextLine& line : LayoutLabel(l)) {
-            const double w = 0.7 * l.height * static_cast<double>(charCount(line.text));
-            double left = line.middle.x;
-            if (line.align == TextAlign::Centre) left -= w / 2;
-            if (line.align == TextAlign::Right) left -= w;
-            boxes.segments.push_back({PlanLayer::Label, "", {left, line.middle.y - l.height}, {left + w, line.middle.y + l.height}, {}, false});
-        }
-    }
-    PlanBounds b = boxes.bounds();
+    PlanBounds b = plan.boundsWithText();
     if (b.empty) b = {0, 0, 1, 1, false};
     const double margin = std::max(5.0, 0.02 * std::max(b.width(), b.height()));
     b.xMin -= margin;

@@ -1,7 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <iomanip>
 #include <limits>
+#include <random>
+#include <string>
 
 #include "core/numbers.h"
 
@@ -36,6 +41,43 @@ TEST(FixedDecimals, ATieIsATieAtFifteenSignificantDigitsOnly) {
         {0.0005, 3, "0.001"},               {0.00049, 3, "0.000"},
     };
     for (const Case& c : table) EXPECT_EQ(fixed(c.x, c.decimals), c.text) << c.x << " to " << c.decimals;
+}
+
+// The rounding of the decimal value read from the 15 significant digits of
+// the number's text, done the long way: what the calculation's roundings must
+// give for any value, near a tie or far from one.
+double roundedFromFifteenDigits(double x, int decimals) {
+    char buf[64];
+    std::snprintf(buf, sizeof buf, "%.14e", x);
+    const long double v = std::strtold(buf, nullptr);
+    long double scaled = std::fabs(v) * std::pow(10.0L, decimals);
+    char text[64];
+    std::snprintf(text, sizeof text, "%.6Lf", scaled);  // the digits below the cut, exact enough to see a tie
+    const long double whole = std::floor(scaled);
+    const long double below = std::strtold(text, nullptr) - whole;
+    // The nearest double to the rounded decimal value.
+    const auto n = static_cast<unsigned long long>(below >= 0.5L ? whole + 1 : whole);
+    const double r = static_cast<double>(n) / std::pow(10.0, decimals);
+    return x < 0 ? -r : r;
+}
+
+TEST(FixedDecimals, EveryValueRoundsAsItsFifteenDigitsDo) {
+    std::mt19937_64 random(17);
+    std::uniform_real_distribution<double> mantissa(-10, 10);
+    std::uniform_int_distribution<int> exponent(-8, 8), decimals(0, 8), tieDigits(1, 12);
+    for (int i = 0; i < 200000; ++i) {
+        const int d = decimals(random);
+        double x = mantissa(random) * std::pow(10.0, exponent(random));
+        // One in four a tie written with a few digits (2.675, 0.00705...),
+        // stored a hair above or below it.
+        if (i % 4 == 0) {
+            const double step = std::pow(10.0, -d);
+            x = (std::floor(x / step) + 0.5) * step;
+            x = std::stod(fixed(x, std::min(10, d + tieDigits(random) % 3 + 1)));
+        }
+        if (std::fabs(x) * std::pow(10.0, d) >= 1e13) continue;
+        ASSERT_EQ(roundHalfAway(x, d), roundedFromFifteenDigits(x, d)) << std::setprecision(17) << x << " to " << d;
+    }
 }
 
 TEST(FixedDecimals, WritesEveryDecimalAndNoNegativeZero) {

@@ -1,11 +1,14 @@
 // The chart adapter: what a calculation describes is what the chart shows,
-// non-finite points never reach Qt, hover reads out values, saves are whole files.
+// also when only its points moved, non-finite points never reach Qt, hover
+// reads out values, saves are whole files.
 #include <QChart>
 #include <QFile>
 #include <QLegendMarker>
 #include <QLineSeries>
 #include <QScatterSeries>
+#include <QRegularExpression>
 #include <QValueAxis>
+#include <QXYSeries>
 #include <QtTest>
 
 #include "core/ui/chart_panel.h"
@@ -64,6 +67,52 @@ private slots:
                 QCOMPARE(sc->markerSize(), 13.0);
             }
         QCOMPARE(scatter, 1);
+    }
+
+    // A chart whose points, limits and captions change moves what it drew
+    // (its series and axes stay): it must then show what a chart drawn anew
+    // from the same data shows, axes rounded from scratch included.
+    void movedPointsShowWhatANewChartShows() {
+        auto shown = [](const ui::ChartPanel& p) {
+            QStringList out;
+            for (QAbstractAxis* a : p.chart()->axes()) {
+                auto* v = qobject_cast<QValueAxis*>(a);
+                out << QStringLiteral("axis %1 %2 %3 %4").arg(v->titleText()).arg(v->min()).arg(v->max()).arg(v->tickCount());
+            }
+            for (QAbstractSeries* s : p.chart()->series()) {
+                QString line = s->name();
+                for (const QPointF& q : qobject_cast<QXYSeries*>(s)->points()) line += QStringLiteral(" %1,%2").arg(q.x()).arg(q.y());
+                for (QLegendMarker* m : p.chart()->legend()->markers(s)) line += m->isVisible() ? " shown" : " hidden";
+                out << line;
+            }
+            return out;
+        };
+        ui::ChartPanel moved;
+        ChartData first = sample();
+        first.yMax.reset();  // rounded to nice numbers
+        first.markers[1].label = "best (30 Km/h)";
+        moved.setData(first);
+        const QList<QAbstractSeries*> before = moved.chart()->series();
+
+        ChartData next = first;
+        for (ChartPoint& q : next.series[0].points) q.y *= 7.3;  // another scale, other ticks
+        next.series[1].name = "MH32 masse maxi (31.4 Km/h)";
+        next.markers[0].x = 41;
+        next.markers[1] = {ChartMarker::Kind::Point, 41, 120, kAirfoilColours[0], 13, "best (41 Km/h)"};
+        next.xMin = 0;
+        moved.setData(next);
+        QVERIFY(moved.chart()->series() == before);
+
+        ui::ChartPanel fresh;
+        fresh.setData(next);
+        QCOMPARE(shown(moved), shown(fresh));
+        QVERIFY(!shown(moved).filter(QRegularExpression("^best \\(41 Km/h\\) 41,120 ")).isEmpty());
+        QVERIFY(!shown(moved).filter(QRegularExpression("^MH32 masse maxi \\(31.4 Km/h\\) 25,11 35,17 ")).isEmpty());
+        // Back to the first: the axes are rounded again as for a new chart.
+        moved.setData(first);
+        ui::ChartPanel again;
+        again.setData(first);
+        QCOMPARE(shown(moved), shown(again));
     }
 
     void hoverReadsOutTheSeriesAndValue() {

@@ -13,6 +13,7 @@
 #include <QtTest>
 
 #include "design/ui/allongement_window.h"
+#include "design/ui/analysis_controls.h"
 #include "design/ui/performance_window.h"
 #include "main_window_fixture.h"
 #include "core/ui/chart_panel.h"
@@ -108,6 +109,16 @@ private slots:
         QVERIFY(f.wb.sheet.num(F_GEO_3::Text1) < density);
         QCOMPARE(f.perf()->findChild<QLabel*>("Text1")->text(), QString::fromStdString(f.wb.sheet.text(F_GEO_3::Text1)));
         QVERIFY(allPoints(f.perf()->chart(0)->data()) != before);
+        // The legend under the sink-rate chart names the best points at their
+        // new speeds (its labels kept, their text changed).
+        const auto* strip = f.perf()->findChildren<ui::LegendStrip*>().value(0);
+        QVERIFY(strip);
+        QStringList captions, expected;
+        for (const QLabel* l : strip->findChildren<QLabel*>())
+            if (!l->text().isEmpty()) captions << l->text();
+        for (const ui::LegendEntry& e : ui::markerLegend(f.perf()->chart(0)->data())) expected << QString::fromStdString(e.text);
+        QVERIFY(!expected.isEmpty());
+        QCOMPARE(captions, expected);
 
         // An airfoil switched off leaves the curves and the read-out.
         auto* check = f.perf()->findChildren<QCheckBox*>("Check5")[2];

@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <numbers>
+#include <optional>
 #include <regex>
 #include <sstream>
 
@@ -90,6 +91,46 @@ TEST(CentringPlan, TheCgLabelHasTwoDecimalsEachAndALineEndInTheMiddle) {
     EXPECT_NEAR(shape(p, "CG")->points[0].x - cgX, 20, 1e-9);
     EXPECT_NEAR(minX(shape(p, "Shape_Aile")->points) - wingX, 20, 1e-9);
     EXPECT_EQ(minX(shape(p, "Fuselage")->points), 0);
+}
+
+// The centring plan as the design window shows it at its first size on a
+// 1280 x 800 screen (a picture area of 312 x 202 pixels) and on a 1920 x 1080
+// one (813 x 257), and printed at true scale: no text over another, over the
+// drawing or across a line; on the screen the text at the height asked for,
+// everything inside the area and the drawing no dot.
+TEST(CentringPlan, NoTextOverlapsAnotherOrTheDrawingAtTheWindowsFirstSizes) {
+    Demo d;
+    struct Case {
+        std::optional<PlanArea> area;
+        const char* name;
+    };
+    for (const Case& c : {Case{PlanArea{312, 202}, "1280 x 800"}, Case{PlanArea{813, 257}, "1920 x 1080"},
+                          Case{std::nullopt, "true scale"}}) {
+        SCOPED_TRACE(c.name);
+        const Plan p = c.area ? DrawCentringPlan(d.wb, *c.area) : DrawCentringPlan(d.wb);
+        std::vector<PlanBounds> texts;
+        for (const PlanLabel& l : p.labels) texts.push_back(LabelBox(l));
+        ASSERT_GE(texts.size(), 15u);
+        for (size_t i = 0; i < texts.size(); ++i)
+            for (size_t j = i + 1; j < texts.size(); ++j)
+                EXPECT_FALSE(Overlap(texts[i], texts[j])) << p.labels[i].text << " | " << p.labels[j].text;
+        auto boxOf = [](const std::vector<PlanPoint>& pts) {
+            PlanBounds b{pts[0].x, pts[0].y, pts[0].x, pts[0].y, false};
+            for (const PlanPoint& q : pts) b = {std::min(b.xMin, q.x), std::min(b.yMin, q.y), std::max(b.xMax, q.x), std::max(b.yMax, q.y), false};
+            return b;
+        };
+        for (size_t i = 0; i < texts.size(); ++i) {
+            for (const PlanShape& s : p.shapes) EXPECT_FALSE(Overlap(texts[i], boxOf(s.points))) << p.labels[i].text << " | " << s.kind;
+            for (const PlanSegment& g : p.segments) EXPECT_FALSE(Overlap(texts[i], boxOf({g.a, g.b}))) << p.labels[i].text << " | " << g.kind;
+        }
+        if (!c.area) continue;
+        const double scale = PlanScale(p, c.area->width, c.area->height);
+        for (const PlanLabel& l : p.labels) EXPECT_NEAR(l.height * scale, c.area->textHeight, 0.05 * c.area->textHeight) << l.text;
+        const PlanBounds all = p.boundsWithText();
+        EXPECT_LE(all.width() * scale, c.area->width);
+        EXPECT_LE(all.height() * scale, c.area->height);
+        EXPECT_GT(boxOf(shape(p, "Fuselage")->points).width() * scale, c.area->width / 3);
+    }
 }
 
 TEST(CentringPlan, NoStabilizerDrawsNeitherItsChordNorItsNeutralPoint) {

@@ -17,6 +17,7 @@
 #include <QTextEdit>
 #include <QTreeWidget>
 #include <QVBoxLayout>
+#include <optional>
 
 #include "airfoils/ui/solver_progress_bar.h"
 #include "core/ui/cell_widgets.h"
@@ -66,10 +67,31 @@ protected:
         }
     }
     void mousePressEvent(QMouseEvent* e) override { send(Act::Press, e); }
+
+public:
+    // Repaints when what it draws changed: every entry of the run reaches
+    // the window, most of them changing nothing here.
+    void follow() {
+        Shown now{wb_.outlines.Outline, wb_.sheet.text(F_BASE::Text5) != "NS", wb_.sheet.on(F_BASE::Check1),
+                  wb_.sheet.val(F_BASE::Slider1)};
+        if (now == shown_) return;
+        shown_ = std::move(now);
+        update();
+    }
+
+protected:
     void mouseMoveEvent(QMouseEvent* e) override { send(Act::Move, e); }
     void mouseReleaseEvent(QMouseEvent* e) override { send(Act::Release, e); }
 
 private:
+    struct Shown {
+        OutlinePoints points;
+        bool outline = false, marks = false;
+        double zoom = 0;
+        bool operator==(const Shown&) const = default;
+    };
+    std::optional<Shown> shown_;
+
     double scale() const {
         const double zoom = std::max(10.0, wb_.sheet.val(F_BASE::Slider1)) / 100.0;
         return std::min(width() - 20.0, (height() - 10.0) / 0.3) * zoom;
@@ -264,18 +286,25 @@ void DatabaseWindow::redraw() {
         c.dropNonFinite();
         charts_[i]->setData(c);
     }
-    header_->setPlainText(qs(wb_.sheet.text(F_BASE::Text1)));
-    summary_->setPlainText(qs(wb_.sheet.text(F_BASE::text2)));
+    // Texts, table and picture are set again only when they change: setting
+    // them lays them out again.
+    for (auto [edit, cell] : {std::pair{header_, F_BASE::Text1}, std::pair{summary_, F_BASE::text2}}) {
+        const QString text = qs(wb_.sheet.text(cell));
+        if (edit->toPlainText() != text) edit->setPlainText(text);
+    }
     const OutlinePoints& pts = wb_.outlines.Outline;
     const bool shown = wb_.sheet.text(F_BASE::Text5) != "NS";
-    grid_->setRowCount(shown ? static_cast<int>(pts.size()) : 0);
-    if (shown) {
-        for (int r = 0; r < static_cast<int>(pts.size()); ++r) {
-            grid_->setItem(r, 0, new QTableWidgetItem(QString::number(pts[static_cast<size_t>(r)].x, 'f', 5)));
-            grid_->setItem(r, 1, new QTableWidgetItem(QString::number(pts[static_cast<size_t>(r)].y, 'f', 5)));
+    const OutlinePoints listed = shown ? pts : OutlinePoints{};
+    if (!gridFilled_ || listed != gridPoints_) {
+        gridFilled_ = true;
+        gridPoints_ = listed;
+        grid_->setRowCount(static_cast<int>(listed.size()));
+        for (int r = 0; r < static_cast<int>(listed.size()); ++r) {
+            grid_->setItem(r, 0, new QTableWidgetItem(QString::number(listed[static_cast<size_t>(r)].x, 'f', 5)));
+            grid_->setItem(r, 1, new QTableWidgetItem(QString::number(listed[static_cast<size_t>(r)].y, 'f', 5)));
         }
     }
-    outline_->update();
+    outline_->follow();
 }
 
 }  // namespace tarvokin::ui

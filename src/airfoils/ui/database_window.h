@@ -4,6 +4,8 @@
 
 #include <QWidget>
 
+#include "core/outline_types.h"
+
 class QTableWidget;
 class QTreeWidget;
 class QTextEdit;
@@ -43,6 +45,8 @@ private:
     DatabaseOutlineView* outline_;
     SolverProgressBar* progress_;
     int treeVersion_ = -1;
+    OutlinePoints gridPoints_;  // the points the table lists
+    bool gridFilled_ = false;
 };
 
 }  // namespace tarvokin::ui

@@ -8,6 +8,7 @@
 #include <QPainterPath>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <optional>
 
 #include "airfoils/naca_panel.h"
 #include "core/ui/cell_widgets.h"
@@ -56,8 +57,25 @@ protected:
         }
     }
 
+public:
+    // Repaints when what it draws changed: every entry of the run reaches
+    // the window, most of them changing nothing here.
+    void follow() {
+        const NacaAirfoil& a = wb_.generators.naca;
+        Shown now{a.upper, a.lower, a.camber, a.hasMeanLine, wb_.sheet.on(F_NACA::Check1), wb_.sheet.on(F_NACA::Check2)};
+        if (now == shown_) return;
+        shown_ = std::move(now);
+        update();
+    }
+
 private:
+    struct Shown {
+        OutlinePoints upper, lower, camber;
+        bool meanLine = false, meanLineAsked = false, points = false;
+        bool operator==(const Shown&) const = default;
+    };
     Workbench& wb_;
+    std::optional<Shown> shown_;
 };
 
 }  // namespace
@@ -136,7 +154,7 @@ NacaWindow::NacaWindow(SheetBridge& b, QWidget* parent) : QWidget(parent), bridg
     right->addWidget(status);
 
     for (int i = 0; i < naca::kFamilies; ++i) b.watch(F_NACA::Option1[i], this, [this] { fitInputs(); });
-    auto* redraw = new DeferredRedraw(this, [this] { outline_->update(); });
+    auto* redraw = new DeferredRedraw(this, [this] { static_cast<OutlineView*>(outline_)->follow(); });
     connect(&b, &SheetBridge::entryDone, redraw, &DeferredRedraw::now);
     for (Cell c : {F_NACA::Check1, F_NACA::Check2, F_NACA::Label5}) b.watch(c, this, [redraw] { redraw->request(); });
     fitInputs();
@@ -159,6 +177,7 @@ void NacaWindow::showEvent(QShowEvent* e) {
     // The outline on show always belongs to the fields on show.
     Workbench& wb = bridge_.workbench();
     guarded(wb, [&] { Module1(wb); });
+    static_cast<OutlineView*>(outline_)->follow();
     outline_->update();
 }
 

@@ -86,20 +86,50 @@ int ChartPanel::seriesCount() const {
 
 QString ChartPanel::readout() const { return readout_->text(); }
 
+namespace {
+
+// Whether two charts differ in their points, limits and captions only: the
+// same titles, the same series and marks in the same order, each drawn the
+// same and in the legend or not alike. (A mark's caption carries the speed of
+// its best point, which moves with every entry.)
+bool sameShape(const ChartData& a, const ChartData& b) {
+    if (a.title != b.title || a.xTitle != b.xTitle || a.yTitle != b.yTitle) return false;
+    if (a.series.size() != b.series.size() || a.markers.size() != b.markers.size()) return false;
+    for (size_t i = 0; i < a.series.size(); ++i) {
+        const ChartSeries &s = a.series[i], &t = b.series[i];
+        if (s.name.empty() != t.name.empty() || s.colour != t.colour || s.style != t.style ||
+            s.withPoints != t.withPoints || s.inLegend != t.inLegend)
+            return false;
+    }
+    for (size_t i = 0; i < a.markers.size(); ++i) {
+        const ChartMarker &m = a.markers[i], &n = b.markers[i];
+        if (m.kind != n.kind || m.colour != n.colour || m.size != n.size || m.label.empty() != n.label.empty())
+            return false;
+    }
+    return true;
+}
+
+QList<QPointF> pointsOf(const std::vector<ChartPoint>& points) {
+    QList<QPointF> out;
+    out.reserve(static_cast<qsizetype>(points.size()));
+    for (const auto& p : points) out.append(QPointF(p.x, p.y));
+    return out;
+}
+
+}  // namespace
+
 void ChartPanel::setData(const ChartData& input) {
     ChartData given = input;
     given.dropNonFinite();
     // Rebuilding a chart's series and axes is by far the dearest part of a
-    // window's redraw: a chart whose data did not change keeps what it drew.
+    // window's redraw, and the first paint after it dearer still (every
+    // label and grid line made anew): a chart whose data did not change keeps
+    // what it drew, one whose points and limits only changed moves them.
     if (built_ && given == data_) return;
+    const bool inPlace = built_ && sameShape(given, data_);
     built_ = true;
     data_ = std::move(given);
-    chart_->removeAllSeries();
-    for (QAbstractAxis* a : chart_->axes()) {
-        chart_->removeAxis(a);
-        delete a;
-    }
-    readout_->clear();
+    if (!inPlace) rebuild();
 
     Range rx, ry;
     for (const auto& s : data_.series)
@@ -114,58 +144,87 @@ void ChartPanel::setData(const ChartData& input) {
     if (data_.yMax) ry.hi = *data_.yMax;
     if (!(rx.hi - rx.lo > 1e-12)) rx.hi = rx.lo + 1;
     if (!(ry.hi - ry.lo > 1e-12)) ry.hi = ry.lo + 1;
+    // The range rounded to nice numbers on a scratch axis: the chart's own
+    // axes change, and lay their labels out again, only when it differs.
+    auto range = [](QValueAxis* axis, double lo, double hi, bool nice) {
+        QValueAxis scratch;
+        scratch.setRange(lo, hi);
+        if (nice) scratch.applyNiceNumbers();
+        if (scratch.tickCount() != axis->tickCount()) axis->setTickCount(scratch.tickCount());
+        if (scratch.min() != axis->min() || scratch.max() != axis->max()) axis->setRange(scratch.min(), scratch.max());
+    };
+    range(ax_, rx.lo, rx.hi, !data_.xMin && !data_.xMax);
+    range(ay_, ry.lo, ry.hi, !data_.yMin && !data_.yMax);
 
-    auto* ax = new QValueAxis;
-    auto* ay = new QValueAxis;
-    ax->setRange(rx.lo, rx.hi);
-    ay->setRange(ry.lo, ry.hi);
-    if (!data_.xMin && !data_.xMax) ax->applyNiceNumbers();
-    if (!data_.yMin && !data_.yMax) ay->applyNiceNumbers();
-    chart_->addAxis(ax, Qt::AlignBottom);
-    chart_->addAxis(ay, Qt::AlignLeft);
+    for (size_t i = 0; i < data_.series.size(); ++i) {
+        const QString name = QString::fromStdString(data_.series[i].name);
+        if (lines_[i]->name() != name) lines_[i]->setName(name);
+        lines_[i]->replace(pointsOf(data_.series[i].points));
+    }
+    for (size_t i = 0; i < data_.markers.size(); ++i) {
+        const ChartMarker& m = data_.markers[i];
+        const QString label = QString::fromStdString(m.label);
+        if (marks_[i]->name() != label) marks_[i]->setName(label);
+        if (m.kind == ChartMarker::Kind::VerticalLine) {
+            marks_[i]->replace({QPointF(m.x, ay_->min()), QPointF(m.x, ay_->max())});
+        } else {
+            marks_[i]->replace({QPointF(m.x, m.y)});
+        }
+    }
+}
+
+// New axes, and series and marks without points, for the shape of data_.
+void ChartPanel::rebuild() {
+    chart_->removeAllSeries();
+    for (QAbstractAxis* a : chart_->axes()) {
+        chart_->removeAxis(a);
+        delete a;
+    }
+    lines_.clear();
+    marks_.clear();
+    readout_->clear();
+    ax_ = new QValueAxis;
+    ay_ = new QValueAxis;
+    chart_->addAxis(ax_, Qt::AlignBottom);
+    chart_->addAxis(ay_, Qt::AlignLeft);
     showTitles();
 
     auto attach = [&](QAbstractSeries* s, bool legend) {
         chart_->addSeries(s);
-        s->attachAxis(ax);
-        s->attachAxis(ay);
+        s->attachAxis(ax_);
+        s->attachAxis(ay_);
         if (!legend)
             for (QLegendMarker* m : chart_->legend()->markers(s)) m->setVisible(false);
     };
 
     for (const auto& s : data_.series) {
         auto* ls = new QLineSeries;
-        ls->setName(QString::fromStdString(s.name));
-        for (const auto& p : s.points) ls->append(p.x, p.y);
         QPen pen(toQColor(s.colour));
         pen.setWidthF(1.5);
         pen.setStyle(penStyle(s.style));
         ls->setPen(pen);
         ls->setPointsVisible(s.withPoints);
-        const QString name = ls->name();
-        connect(ls, &QLineSeries::hovered, this, [this, name](const QPointF& p, bool on) {
-            if (on) readout_->setText(QStringLiteral("%1 : %2 ; %3").arg(name, number(p.x()), number(p.y())));
+        connect(ls, &QLineSeries::hovered, this, [this, ls](const QPointF& p, bool on) {
+            if (on) readout_->setText(QStringLiteral("%1 : %2 ; %3").arg(ls->name(), number(p.x()), number(p.y())));
         });
         attach(ls, s.inLegend && !s.name.empty());
+        lines_.push_back(ls);
     }
     for (const auto& m : data_.markers) {
         if (m.kind == ChartMarker::Kind::VerticalLine) {
             auto* ls = new QLineSeries;
-            ls->setName(QString::fromStdString(m.label));
-            ls->append(m.x, ay->min());
-            ls->append(m.x, ay->max());
             QPen pen(toQColor(m.colour));
             pen.setWidthF(1);
             ls->setPen(pen);
             attach(ls, !m.label.empty());
+            marks_.push_back(ls);
         } else {
             auto* sc = new QScatterSeries;
-            sc->setName(QString::fromStdString(m.label));
-            sc->append(m.x, m.y);
             sc->setMarkerSize(m.size);
             sc->setColor(toQColor(m.colour));
             sc->setBorderColor(toQColor(m.colour));
             attach(sc, !m.label.empty());
+            marks_.push_back(sc);
         }
     }
 }
@@ -219,7 +278,7 @@ bool ChartPanel::saveSvg(const QString& file) const {
     gen.setOutputDevice(&buf);
     gen.setSize(view_->size());
     gen.setViewBox(QRect(QPoint(0, 0), view_->size()));
-    gen.setTitle(QString::fromStdString(data_.title));
+    gen.setTitle(shownTitle(QString::fromStdString(data_.title)));
     QPainter p;
     if (!p.begin(&gen)) return false;
     view_->render(&p);

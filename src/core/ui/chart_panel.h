@@ -8,12 +8,15 @@
 #include <QString>
 #include <QWidget>
 #include <map>
+#include <vector>
 
 #include "core/chart_data.h"
 
 class QChart;
 class QChartView;
 class QLabel;
+class QValueAxis;
+class QXYSeries;
 
 namespace tarvokin::ui {
 
@@ -44,6 +47,8 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* e) override;
 
 private:
+    void rebuild();
+
     QChart* chart_;
     QChartView* view_;
     QLabel* readout_;
@@ -51,6 +56,11 @@ private:
     ChartData data_;
     std::map<QString, QString> translations_;
     bool built_ = false;
+    // What rebuild() made for the shape of data_: the axes, the line of each
+    // series and the line or point of each mark, in order.
+    QValueAxis* ax_ = nullptr;
+    QValueAxis* ay_ = nullptr;
+    std::vector<QXYSeries*> lines_, marks_;
 };
 
 QColor toQColor(const Rgb& c);

@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QWidget>
+#include <vector>
 #include <functional>
 
 #include "core/cells.h"
@@ -13,6 +14,8 @@
 namespace tarvokin {
 class Workbench;
 }
+
+class QLabel;
 
 namespace tarvokin::ui {
 
@@ -40,6 +43,7 @@ private:
     int columns_;
     bool byColumn_;
     std::vector<LegendEntry> entries_;
+    std::vector<QLabel*> swatches_, texts_;  // entry by entry
 };
 
 // The named series of a chart, as a legend.

@@ -390,11 +390,7 @@ void MainWindow::buildToolbar() {
         }
         next = d.position + 1;
         const int pos = d.position;
-        QIcon icon;
-        if (pos == button::New) icon = style()->standardIcon(QStyle::SP_FileIcon);
-        else if (pos == button::Open) icon = style()->standardIcon(QStyle::SP_DialogOpenButton);
-        else if (pos == button::Save) icon = style()->standardIcon(QStyle::SP_DialogSaveButton);
-        else icon = tileIcon(QString::fromUtf8(d.label), isToggle(pos) ? QColor(40, 110, 180) : QColor(110, 110, 120));
+        const QIcon icon = toolbarIcon(pos);
         QAction* a = tb->addAction(icon, QString::fromUtf8(d.tooltip));
         a->setToolTip(QString::fromUtf8(d.tooltip));
         a->setObjectName(QStringLiteral("Toolbar2_%1").arg(pos));

@@ -1,29 +1,60 @@
 #include "shell/ui/toolbar_icons.h"
 
-#include <QPainter>
-#include <QPixmap>
+#include "core/workbench.h"
 
 namespace tarvokin::ui {
 
-QIcon tileIcon(const QString& label, const QColor& colour) {
-    QIcon icon;
-    for (int size : {24, 32, 48}) {
-        QPixmap pm(size, size);
-        pm.fill(Qt::transparent);
-        QPainter p(&pm);
-        p.setRenderHint(QPainter::Antialiasing);
-        p.setBrush(colour);
-        p.setPen(colour.darker(140));
-        p.drawRoundedRect(QRectF(1, 1, size - 2, size - 2), size / 6.0, size / 6.0);
-        QFont f = p.font();
-        f.setBold(true);
-        f.setPixelSize(label.size() > 2 ? size * 3 / 8 : size / 2);
-        p.setFont(f);
-        p.setPen(Qt::white);
-        p.drawText(QRect(0, 0, size, size), Qt::AlignCenter, label);
-        icon.addPixmap(pm);
+namespace {
+
+struct IconFile {
+    int position;
+    const char* file;
+};
+
+constexpr IconFile kIcons[] = {
+    {button::New, "new"},
+    {button::Open, "open"},
+    {button::Save, "save"},
+    {button::Base, "database"},
+    {button::View3D, "view3d"},
+    {button::Profils, "profiles"},
+    {button::TestPol, "polar_interpolation"},
+    {button::Wing, "wing"},
+    {button::Fuselage, "fuselage"},
+    {button::Stab, "stab"},
+    {button::Reglages, "settings"},
+    {button::Aero, "pressure"},
+    {button::View2D, "view2d"},
+    {button::Performances, "performance"},
+    {button::Allongement, "aspect_ratio"},
+    {button::CalcMot, "motor_calc"},
+    {button::Motorisation, "power"},
+    {button::Servos, "servos"},
+    {button::Converter, "units"},
+    {button::Calculator, "calculator"},
+    {button::NacaGenerator, "naca"},
+    {button::RibGenerator, "ribs"},
+    {button::FrameGenerator, "frames"},
+    {button::Wizard, "wizard"},
+    {button::CloseAll, "close_all"},
+    {button::Report, "report"},
+    {button::Export, "workbook"},
+};
+
+}  // namespace
+
+QString toolbarIconPath(int position) {
+    for (const IconFile& i : kIcons) {
+        if (i.position == position) return QStringLiteral(":/icons/%1.svg").arg(QLatin1String(i.file));
     }
-    return icon;
+    return {};
+}
+
+QIcon toolbarIcon(int position) {
+    const QString path = toolbarIconPath(position);
+    // The file name alone lets the SVG icon engine draw each size asked for
+    // from the drawing instead of scaling one bitmap.
+    return path.isEmpty() ? QIcon() : QIcon(path);
 }
 
 }  // namespace tarvokin::ui

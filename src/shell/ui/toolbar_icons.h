@@ -1,13 +1,18 @@
-// Toolbar icons drawn at start: a rounded tile with a short French label, so
-// the program needs no image files.
+// The toolbar's icons: one drawing a button, SVG files compiled into the
+// program's resources, so that they are drawn at the screen's own resolution.
 #pragma once
 
-#include <QColor>
 #include <QIcon>
 #include <QString>
 
 namespace tarvokin::ui {
 
-QIcon tileIcon(const QString& label, const QColor& colour);
+// The resource path of the drawing of toolbar position `position`
+// (":/icons/wing.svg"); empty for a position that has no button.
+QString toolbarIconPath(int position);
+
+// The icon of toolbar position `position`; a null icon for a position that
+// has no button.
+QIcon toolbarIcon(int position);
 
 }  // namespace tarvokin::ui

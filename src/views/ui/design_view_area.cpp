@@ -152,9 +152,12 @@ DesignViewArea::DesignViewArea(Workbench& wb, SheetBridge& b, QWidget* parent)
     stack_->addWidget(view3d_);
     stack_->addWidget(flat_);
     split->addWidget(stack_);
-    centring_ = new PlanWidget([this] { return DrawCentringPlan(wb_); });
+    centring_ = new PlanWidget({});
+    centring_->setAreaMaker([this](const PlanArea& area) { return DrawCentringPlan(wb_, area); });
     centring_->setObjectName("Picture4");
-    centring_->setMinimumHeight(170);
+    // Room for the figures at their reading size beside a drawing that
+    // still shows its parts, the window at its first size on a small screen.
+    centring_->setMinimumHeight(210);
     split->addWidget(centring_);
     split->setStretchFactor(0, 3);
     split->setStretchFactor(1, 1);

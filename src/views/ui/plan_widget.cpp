@@ -16,10 +16,13 @@ QPen penOf(const Rgb& c, bool dashed, double width = 1.2) {
     return pen;
 }
 
+// The margin round the plan inside the widget.
+constexpr double kInset = 4;
+
 }  // namespace
 
 void paintPlan(QPainter& p, const Plan& plan, const QRectF& area) {
-    const PlanBounds b = plan.bounds();
+    const PlanBounds b = plan.boundsWithText();
     if (b.empty) return;
     const double scale = PlanScale(plan, area.width(), area.height());
     // Centre the drawing; plan y runs up, the picture's down.
@@ -85,13 +88,29 @@ PlanWidget::PlanWidget(std::function<Plan()> make, QWidget* parent) : QWidget(pa
 }
 
 void PlanWidget::setMaker(std::function<Plan()> make) {
+    makeForArea_ = {};
     make_ = std::move(make);
     refresh();
 }
 
+void PlanWidget::setAreaMaker(std::function<Plan(const PlanArea&)> make) {
+    make_ = {};
+    makeForArea_ = std::move(make);
+    refresh();
+}
+
 void PlanWidget::refresh() {
-    plan_ = make_ ? make_() : Plan{};
+    if (makeForArea_) {
+        plan_ = makeForArea_(PlanArea{std::max(1.0, width() - 2 * kInset), std::max(1.0, height() - 2 * kInset)});
+    } else {
+        plan_ = make_ ? make_() : Plan{};
+    }
     update();
+}
+
+void PlanWidget::resizeEvent(QResizeEvent* e) {
+    QWidget::resizeEvent(e);
+    if (makeForArea_) refresh();
 }
 
 void PlanWidget::setBackground(const QImage& image) {
@@ -102,7 +121,7 @@ void PlanWidget::setBackground(const QImage& image) {
 void PlanWidget::paintEvent(QPaintEvent*) {
     QPainter p(this);
     if (!background_.isNull()) p.drawImage(rect(), background_);
-    paintPlan(p, plan_, QRectF(rect()).adjusted(4, 4, -4, -4));
+    paintPlan(p, plan_, QRectF(rect()).adjusted(kInset, kInset, -kInset, -kInset));
 }
 
 }  // namespace tarvokin::ui

@@ -17,6 +17,9 @@ public:
     PlanWidget(std::function<Plan()> make, QWidget* parent = nullptr);
 
     void setMaker(std::function<Plan()> make);
+    // A maker that sets the plan for the room it has (its text at a height in
+    // pixels): called again when the picture changes size.
+    void setAreaMaker(std::function<Plan(const PlanArea&)> make);
     // Rebuilds the plan and repaints.
     void refresh();
     const Plan& plan() const { return plan_; }
@@ -26,14 +29,16 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* e) override;
+    void resizeEvent(QResizeEvent* e) override;
 
 private:
     std::function<Plan()> make_;
+    std::function<Plan(const PlanArea&)> makeForArea_;
     Plan plan_;
     QImage background_;
 };
 
-// Paints a plan into a rectangle of a painter, scaled to fit.
+// Paints a plan into a rectangle of a painter, scaled to fit (PlanScale).
 void paintPlan(QPainter& p, const Plan& plan, const QRectF& area);
 
 }  // namespace tarvokin::ui

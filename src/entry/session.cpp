@@ -237,10 +237,14 @@ void CloseAllPanels(Workbench& wb) {
 void SetRunLanguage(Workbench& wb, const std::string& code) {
     wb.settings.languageCode = code;
     wb.languageFilePath = languageFile(wb.home(), code).string();
-    // The texts the calculations write: the design window's summary and the
-    // NACA generator's input captions.
+    // The texts the calculations write: the design window's summary, the
+    // NACA generator's input captions and the words of the centring plan.
     BuildSummary(wb.sheet, code);
     NacaCaptions(wb);
+    if (wb.isOpen(button::View3D)) {
+        auto it = wb.panelRefresh.find(button::View3D);
+        if (it != wb.panelRefresh.end() && it->second) it->second(wb);
+    }
 }
 
 void ChangeLanguage(Workbench& wb, const std::string& code) {

@@ -374,12 +374,45 @@ struct CentringParts {
     Plan drawing;  // fuselage, mean chords, reference line
     std::vector<Callout> above, below;
     std::vector<std::pair<const char*, std::string>> settings;
+    const char* referenceName = "Ligne de référence fuselage";
     double refEnd = 1;
     double extent = 1;
 };
 
+// The centring plan's words in English, Spanish and Italian, by their French.
+struct PlanWords {
+    const char* french;
+    const char* other[3];
+};
+
+constexpr PlanWords kPlanWords[] = {
+    {"Foyer Aile", {"Wing NP", "Foco ala", "Fuoco ala"}},
+    {"Foyer Global", {"Overall NP", "Foco global", "Fuoco globale"}},
+    {"Foyer Stab", {"Tail NP", "Foco estab.", "Fuoco stab."}},
+    {"Foyer Fuselage", {"Fuselage NP", "Foco fuselaje", "Fuoco fusol."}},
+    {" mm (=25 % de la CAM)", {" mm (=25 % of the MAC)", " mm (=25 % de la CAM)", " mm (=25 % della CMA)"}},
+    {" % cam)", {" % MAC)", " % CAM)", " % CMA)"}},
+    {"Cz aile = ", {"Wing Cz = ", "Cz ala = ", "Cz ala = "}},
+    {"Marge statique", {"Static margin", "Margen estático", "Margine statico"}},
+    {"Calage aile = ", {"Wing incidence = ", "Calaje ala = ", "Calett. ala = "}},
+    {"Callage stab = ", {"Tail incidence = ", "Calaje estab. = ", "Calett. stab. = "}},
+    {"Vé longitudinal = ", {"Long. dihedral = ", "Diedro long. = ", "Diedro long. = "}},
+    {"Ligne de référence fuselage", {"Fuselage datum line", "Línea de referencia fuselaje", "Riferimento fusoliera"}},
+};
+
+// A word of the plan in the run's language; French as the plan was written.
+const char* planWord(const Workbench& wb, const char* french) {
+    const std::string& code = wb.settings.languageCode;
+    const int lang = code == "1" ? 0 : code == "2" ? 1 : code == "3" ? 2 : -1;
+    if (lang < 0) return french;
+    for (const PlanWords& w : kPlanWords)
+        if (std::string_view(french) == w.french) return w.other[lang];
+    return french;
+}
+
 CentringParts centringParts(const Workbench& wb) {
     const Sheet& s = wb.sheet;
+    const auto w = [&wb](const char* french) { return planWord(wb, french); };
     CentringParts parts;
     Plan& plan = parts.drawing;
     const AircraftLayout a = LayoutAircraft(s);
@@ -423,47 +456,48 @@ CentringParts centringParts(const Workbench& wb) {
 
     parts.extent = extentOf(a, plan);
     parts.refEnd = std::max({a.length, stabStation + stabMac, wingStation + mac, 1.0});
-    plan.segments.push_back({PlanLayer::Construction, "Ligne de référence fuselage", {0, 0}, {parts.refEnd, 0},
+    parts.referenceName = w("Ligne de référence fuselage");
+    plan.segments.push_back({PlanLayer::Construction, parts.referenceName, {0, 0}, {parts.refEnd, 0},
                              kConstructionInk, true});
 
     // The wing's points and the CG go above the drawing, the stabiliser's and
     // the fuselage's below.
     if (wing) {
-        parts.above.push_back({wingStation + wingFoyer, "Foyer Aile", "j99",
-                               fixed(wingFoyer, 2) + " mm (=25 % de la CAM)", kNeutralInk, false});
+        parts.above.push_back({wingStation + wingFoyer, w("Foyer Aile"), "j99",
+                               fixed(wingFoyer, 2) + w(" mm (=25 % de la CAM)"), kNeutralInk, false});
     }
     double neutral = 0;
     if (fieldNumber(s, F_GEO_SF_REGLAGES::C31, neutral)) {
         parts.above.push_back(
-            {wingStation + neutral, "Foyer Global", "j20a", fixed(neutral, 2) + " mm", kNeutralInk, false});
+            {wingStation + neutral, w("Foyer Global"), "j20a", fixed(neutral, 2) + " mm", kNeutralInk, false});
     }
     // The CG where the static margin puts it behind the wing's leading edge.
     double cg = 0;
     if (fieldNumber(s, F_GEO_SF_REGLAGES::C30, cg)) {
         parts.above.push_back({wingStation + cg, "CG", "b30",
                                twoDecimals(s, F_GEO_SF_REGLAGES::C30) + " mm (= " +
-                                   twoDecimals(s, F_GEO_SF_REGLAGES::B30) + " % cam)" + kLabelLineEnd +
-                                   "Cz aile = " + twoDecimals(s, F_GEO_SF_REGLAGES::D30),
+                                   twoDecimals(s, F_GEO_SF_REGLAGES::B30) + w(" % cam)") + kLabelLineEnd +
+                                   w("Cz aile = ") + twoDecimals(s, F_GEO_SF_REGLAGES::D30),
                                kCgInk, true});
     }
     if (stab) {
-        parts.below.push_back({stabStation + stabFoyer, "Foyer Stab", "J20", s.text(F_GEO_STAB::J20) + " mm",
+        parts.below.push_back({stabStation + stabFoyer, w("Foyer Stab"), "J20", s.text(F_GEO_STAB::J20) + " mm",
                                kNeutralInk, false});
     }
     double fuselagePercent = 0;
     if (!a.frames.empty() && fieldNumber(s, F_GEO_FUS::j26, fuselagePercent)) {
-        parts.below.push_back({a.length * fuselagePercent / 100, "Foyer Fuselage", "j26a", s.text(F_3D::j26a),
+        parts.below.push_back({a.length * fuselagePercent / 100, w("Foyer Fuselage"), "j26a", s.text(F_3D::j26a),
                                kNeutralInk, false});
     }
     const auto byStation = [](const Callout& l, const Callout& r) { return l.x < r.x; };
     std::stable_sort(parts.above.begin(), parts.above.end(), byStation);
     std::stable_sort(parts.below.begin(), parts.below.end(), byStation);
 
-    parts.settings = {{"Label4", "Marge statique"},
+    parts.settings = {{"Label4", w("Marge statique")},
                       {"C29", s.text(F_GEO_SF_REGLAGES::C29) + " %"},
-                      {"F31", "Calage aile = " + twoDecimals(s, F_GEO_SF_REGLAGES::F31) + " °"}};
-    if (stab) parts.settings.push_back({"F30", "Callage stab = " + twoDecimals(s, F_GEO_SF_REGLAGES::F30) + " °"});
-    parts.settings.push_back({"F32", "Vé longitudinal = " + twoDecimals(s, F_GEO_SF_REGLAGES::F32) + " °"});
+                      {"F31", w("Calage aile = ") + twoDecimals(s, F_GEO_SF_REGLAGES::F31) + " °"}};
+    if (stab) parts.settings.push_back({"F30", w("Callage stab = ") + twoDecimals(s, F_GEO_SF_REGLAGES::F30) + " °"});
+    parts.settings.push_back({"F32", w("Vé longitudinal = ") + twoDecimals(s, F_GEO_SF_REGLAGES::F32) + " °"});
     return parts;
 }
 
@@ -684,7 +718,7 @@ private:
     // The reference line's name: after the line's end, or above or below the
     // drawing's rear end.
     void referenceName() {
-        const char* name = "Ligne de référence fuselage";
+        const char* name = parts_.referenceName;
         auto at = [&](PlanPoint p, TextAnchor anchor) {
             return std::vector<PlanLabel>{{PlanLayer::Label, name, p, name, anchor, th_, kConstructionInk}};
         };

@@ -82,6 +82,14 @@ TEST(CentringPlan, TheCgLabelHasTwoDecimalsEachAndALineEndInTheMiddle) {
                                 "Ligne de référence fuselage"})
         EXPECT_TRUE(hasText(p, caption)) << caption;
     EXPECT_TRUE(hasText(p, "Callage stab = "));
+    // In English the same labels in the modeller's words, the figures alike.
+    d.wb.settings.languageCode = "1";
+    const Plan english = DrawCentringPlan(d.wb);
+    EXPECT_EQ(label(english, "j99")->text, d.s.text(F_GEO_SF::j9) + " mm (=25 % of the MAC)");
+    for (const char* caption : {"Wing NP", "Static margin", "Fuselage datum line", "Wing incidence = "})
+        EXPECT_TRUE(hasText(english, caption)) << caption;
+    EXPECT_FALSE(hasText(english, "Foyer"));
+    d.wb.settings.languageCode = "0";
     for (const PlanLabel& l : p.labels) EXPECT_EQ(l.layer, PlanLayer::Label);
 
     // The CG mark and the wing follow the wing station of slider 0; the fuselage stays.
@@ -104,9 +112,12 @@ TEST(CentringPlan, NoTextOverlapsAnotherOrTheDrawingAtTheWindowsFirstSizes) {
         std::optional<PlanArea> area;
         const char* name;
     };
+    // In every language: the English and Italian words are the longest.
+    for (const char* language : {"0", "1", "2", "3"})
     for (const Case& c : {Case{PlanArea{312, 202}, "1280 x 800"}, Case{PlanArea{813, 257}, "1920 x 1080"},
                           Case{std::nullopt, "true scale"}}) {
-        SCOPED_TRACE(c.name);
+        SCOPED_TRACE(std::string(c.name) + ", language " + language);
+        d.wb.settings.languageCode = language;
         const Plan p = c.area ? DrawCentringPlan(d.wb, *c.area) : DrawCentringPlan(d.wb);
         std::vector<PlanBounds> texts;
         for (const PlanLabel& l : p.labels) texts.push_back(LabelBox(l));

@@ -9,6 +9,7 @@
 #include "construction/ui/frame_generator_window.h"
 #include "design/ui/fuselage_drawing.h"
 #include "design/ui/fuselage_panel.h"
+#include "entry/entry_path.h"
 #include "main_window_fixture.h"
 
 using namespace tarvokin;
@@ -80,6 +81,17 @@ private slots:
         QVERIFY(std::abs(f.wb.frame.ControlPoints[4].x - (h.x + 60)) < 2);
         QVERIFY(d->picture() != before);
         QVERIFY(!f.wb.sheet.text(Gen_Couples_2::lblX).empty());
+
+        // The picture follows each of what it shows (handles, dotted curve,
+        // points, axes, grid) and stays as it is for an entry elsewhere.
+        for (int i = 2; i <= 6; ++i) {
+            const QImage shown = d->picture();
+            f.bridge->enter([&] { Click(f.wb, "Gen_Couples_2", "pb1", i); });
+            QVERIFY2(d->picture() != shown, qPrintable(QString::number(i)));
+        }
+        const qint64 kept = d->picture().cacheKey();
+        f.bridge->enter([&] { enterField(f.wb, F_GEO_SF::b7, "640"); });
+        QCOMPARE(d->picture().cacheKey(), kept);
 
         // Doubling on: a second contour in the drawing, and the 3D piece is a ring.
         gen->findChild<QCheckBox*>("Check4")->click();

@@ -89,7 +89,28 @@ FrameDrawing::FrameDrawing(SheetBridge& bridge, QWidget* parent) : QWidget(paren
     setMinimumSize(420, 360);
     setMouseTracking(true);
     setAttribute(Qt::WA_OpaquePaintEvent);
-    connect(&bridge_, &SheetBridge::entryDone, this, [this] { redraw(); });
+    connect(&bridge_, &SheetBridge::entryDone, this, [this] { follow(); });
+}
+
+FrameDrawing::Drawn FrameDrawing::current() const {
+    const Workbench& wb = bridge_.workbench();
+    const Sheet& s = wb.sheet;
+    const FrameState& f = wb.frame;
+    Drawn d{f.ControlPoints, f.DoubledControl, f.CurveOrder, f.PointCount, f.ActiveHandle, f.AxeX, f.BaseLineY,
+            f.Doubling, f.HandleRed, f.HandleMarks};
+    for (int i = 0; i < 5; ++i) d.options[static_cast<size_t>(i)] = s.on(pb1[2 + i]);
+    d.image = s.text(T_Image);
+    d.imageShown = s.on(Command4);
+    d.imagePlace = {s.val(Slider4), s.val(Slider5), s.val(Slider6)};
+    d.size = size();
+    return d;
+}
+
+void FrameDrawing::follow() {
+    Workbench& wb = bridge_.workbench();
+    if (wb.frame.ControlPoints.empty()) InitFrameGenerator(wb.frame);
+    if (drawn_ && *drawn_ == current()) return;
+    redraw();
 }
 
 QPointF FrameDrawing::toDrawing(QPointF w) const {
@@ -134,6 +155,7 @@ void FrameDrawing::redraw() {
         if (wb.frame.ControlPoints.empty()) InitFrameGenerator(wb.frame);
         DisegnaCurva(wb.frame, surface, o);
     }
+    drawn_ = current();
     update();
 }
 

@@ -6,7 +6,12 @@
 
 #include <QImage>
 #include <QWidget>
+#include <array>
+#include <optional>
+#include <string>
+#include <vector>
 
+#include "core/frame_state.h"
 #include "views/ui/qimage_surface.h"
 
 namespace tarvokin::ui {
@@ -21,6 +26,9 @@ public:
     QSize sizeHint() const override { return {640, 560}; }
     const QImage& picture() const { return image_; }
     void redraw();
+    // Draws again when what the picture is drawn from changed: every entry
+    // of the run reaches the window, most of them changing nothing here.
+    void follow();
     // Drawing pixels of a point of the widget, and back.
     QPointF toDrawing(QPointF widget) const;
     QPointF toWidget(double x, double y) const;
@@ -34,10 +42,28 @@ protected:
 
 private:
     void forward(QMouseEvent* e, int kind);
+    // What the picture is drawn from.
+    struct Drawn {
+        FramePoints controls, doubled;
+        int order = 0, points = 0, active = 0;
+        double axeX = 0, baseLine = 0;
+        bool doubling = false;
+        std::vector<bool> red;
+        std::vector<std::string> marks;
+        std::array<bool, 5> options{};
+        std::string image;
+        bool imageShown = false;
+        std::array<double, 3> imagePlace{};
+        QSize size;
+        bool operator==(const Drawn&) const = default;
+    };
+    Drawn current() const;
+
     SheetBridge& bridge_;
     QImage image_;
     QImage background_;
     QString backgroundPath_;
+    std::optional<Drawn> drawn_;
 };
 
 // Gen_Couples_1: the frame as a 3D piece, with its own orbit.

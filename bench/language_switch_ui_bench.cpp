@@ -1,19 +1,11 @@
 // Switching language with every window open: the menu entry, the summary, the
 // main and design windows re-captioned, then each other window as it is
 // activated, until every window has repainted (offscreen).
-#include <benchmark/benchmark.h>
-
-#include <QApplication>
 #include <QEvent>
 #include <QWidget>
-#include <filesystem>
 
-#include "core/ui/sheet_bridge.h"
-#include "core/workbench.h"
 #include "entry/entry_path.h"
-#include "entry/session.h"
-#include "entry/window_logic.h"
-#include "shell/ui/main_window.h"
+#include "ui_bench_support.h"
 
 namespace {
 
@@ -23,17 +15,9 @@ using namespace tarvokin;
 // the panels the main window holds) re-captioned and repainted; with
 // `activateAll`, every other open window activated in turn as well.
 void switchLanguage(benchmark::State& state, bool activateAll) {
-    const auto home = std::filesystem::temp_directory_path() / "tarvokin-language-bench";
-    std::filesystem::remove_all(home);
-    std::filesystem::copy(TARVOKIN_DATA_DIR, home, std::filesystem::copy_options::recursive);
-    Workbench wb(home);
-    InstallWindowLogic(wb);
-    wb.showMessage = [](const std::string&) {};
-    ReadSettingsAndCatalogue(wb);
-    ui::SheetBridge bridge(wb);
-    ui::MainWindow window(wb, bridge);
-    OpenProject(wb, (home / "MODELES" / "DEMO.MDL").string());
-    window.show();
+    bench::DemoWindows d("tarvokin-language-bench");
+    Workbench& wb = d.wb;
+    ui::MainWindow& window = *d.window;
     window.openEveryWindow();
     std::vector<QWidget*> shown;
     for (QWidget* w : window.everyWindow())
@@ -42,7 +26,7 @@ void switchLanguage(benchmark::State& state, bool activateAll) {
     int k = 0;
     for (auto _ : state) {
         const int code = ++k % 2;  // English, then French again
-        bridge.enter([&] { Click(wb, "F_Main", "IM_Language", code); });
+        d.bridge->enter([&] { Click(wb, "F_Main", "IM_Language", code); });
         for (QWidget* w : shown) {
             if (!activateAll) break;
             QEvent activate(QEvent::WindowActivate);
@@ -51,7 +35,6 @@ void switchLanguage(benchmark::State& state, bool activateAll) {
         QApplication::processEvents();
     }
     state.counters["windows"] = static_cast<double>(shown.size() + 1);
-    std::filesystem::remove_all(home);
 }
 void BM_SwitchLanguageMainAndDesign(benchmark::State& state) { switchLanguage(state, false); }
 void BM_SwitchLanguageEveryWindowActivated(benchmark::State& state) { switchLanguage(state, true); }
@@ -60,11 +43,4 @@ BENCHMARK(BM_SwitchLanguageEveryWindowActivated)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 
-int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}
+int main(int argc, char** argv) { return tarvokin::bench::RunOffscreen(argc, argv); }

@@ -3,6 +3,8 @@
 // charts 640 x 440), the closed analysis windows opened, refreshed and closed.
 #include <benchmark/benchmark.h>
 
+#include "ui_bench_support.h"
+
 #include <QApplication>
 #include <filesystem>
 
@@ -20,10 +22,8 @@ using namespace tarvokin;
 namespace fs = std::filesystem;
 
 void BM_WholeReportDemo(benchmark::State& state) {
-    const fs::path home = fs::temp_directory_path() / "tarvokin-report-bench";
-    fs::remove_all(home);
-    fs::create_directories(home);
-    fs::copy(TARVOKIN_DATA_DIR, home, fs::copy_options::recursive);
+    const bench::BenchHome copy("tarvokin-report-bench");
+    const fs::path& home = copy.path;
     Workbench wb(home);
     InstallWindowLogic(wb);
     ReadSettingsAndCatalogue(wb);
@@ -32,16 +32,9 @@ void BM_WholeReportDemo(benchmark::State& state) {
     for (int slot = 0; slot < 3; ++slot) CB_1_Click(wb, slot, nullptr);
     ui::InstallPicturePainter(wb);
     for (auto _ : state) benchmark::DoNotOptimize(WriteReport(wb));
-    fs::remove_all(home);
 }
 BENCHMARK(BM_WholeReportDemo)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 
-int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}
+int main(int argc, char** argv) { return tarvokin::bench::RunOffscreen(argc, argv); }

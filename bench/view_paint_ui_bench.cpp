@@ -3,6 +3,8 @@
 // blended triangles.
 #include <benchmark/benchmark.h>
 
+#include "ui_bench_support.h"
+
 #include <QGuiApplication>
 #include <filesystem>
 
@@ -38,11 +40,4 @@ BENCHMARK(BM_DemoFramePainted)->Arg(2)->Arg(5)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 
-int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QGuiApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}
+int main(int argc, char** argv) { return tarvokin::bench::RunOffscreen<QGuiApplication>(argc, argv); }

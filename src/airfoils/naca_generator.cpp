@@ -6,6 +6,7 @@
 #include <cstdio>
 
 #include "core/numbers.h"
+#include "core/translations.h"
 
 namespace tarvokin {
 
@@ -52,12 +53,7 @@ double r7(double v) {
 }
 
 // The inputs' words in English, Spanish and Italian.
-struct NacaWords {
-    const char* french;
-    const char* other[3];
-};
-
-constexpr NacaWords kWords[] = {
+constexpr Translation kWords[] = {
     {"Cambrure % corde", {"Camber % Chord", "Camber % cuerda", "Curvatura % corda"}},
     {"pos de la cambrure %", {"Camber position %", "Posición de la curvatura %", "Posizione della curvatura %"}},
     {"Ep relative de la corde", {"Thickness % Chord", "Espesor % cuerda", "Spessore % corda"}},
@@ -77,11 +73,7 @@ constexpr NacaWords kWords[] = {
 }  // namespace
 
 std::string NacaWord(const char* french, const std::string& languageCode) {
-    const int lang = languageCode == "1" ? 0 : languageCode == "2" ? 1 : languageCode == "3" ? 2 : -1;
-    if (lang >= 0)
-        for (const NacaWords& w : kWords)
-            if (std::string_view(french) == w.french) return w.other[lang];
-    return french;
+    return InLanguage(kWords, french, languageCode);
 }
 
 const char* NacaFamilyCaption(int family) {

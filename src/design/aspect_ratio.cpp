@@ -175,10 +175,9 @@ std::optional<double> yLimit(const Sheet& s, Cell c) {
 struct Curves {
     std::array<bool, 3> shown{};
     std::array<std::string, 3> caption;
+    std::string language;
 
-    std::string name(int curve) const {
-        return caption[static_cast<size_t>(curve % 3)] + (curve < 3 ? " masse mini" : " masse maxi");
-    }
+    std::string name(int curve) const { return caption[static_cast<size_t>(curve % 3)] + MassWords(language, curve < 3 ? 0 : 1); }
     Rgb colour(int curve) const { return kAirfoilColours[curve % 3]; }
     int style(int curve) const { return curve < 3 ? linestyle::Solid : linestyle::Dashed; }
     bool show(int curve) const { return shown[static_cast<size_t>(curve % 3)]; }
@@ -212,6 +211,7 @@ void runVariant(Workbench& wb, bool analytic) {
     st.analytic = analytic;
 
     Curves curves;
+    curves.language = wb.settings.languageCode;
     for (int i = 0; i < 3; ++i) {
         curves.caption[static_cast<size_t>(i)] = s.text(F_PROFILS::CB_1[i]);
         // A slot without an airfoil has nothing to show.

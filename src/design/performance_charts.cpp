@@ -25,7 +25,6 @@ std::string airfoilCaption(const Sheet& s, int airfoil) {
     return name.empty() ? s.text(F_PROFILS::L_PROFIL[airfoil]) : name;
 }
 
-const char* massSuffix(int mass) { return mass == 0 ? " masse mini" : " masse maxi"; }
 
 int massStyle(int mass) { return mass == 0 ? linestyle::Solid : linestyle::Dashed; }
 
@@ -128,7 +127,7 @@ void buildSpeedPolarCharts(Workbench& wb) {
         const int a = airfoilOf(slot), m = massOf(slot);
         if (!shown[static_cast<size_t>(a)]) continue;
         const PerfTableT& t = perf.PerfTableLisse[static_cast<size_t>(slot)];
-        const std::string name = airfoilCaption(s, a) + massSuffix(m);
+        const std::string name = airfoilCaption(s, a) + MassWords(wb.settings.languageCode, m);
         const Rgb colour = kAirfoilColours[a];
         sink.series.push_back(seriesOf(slot, name, colour, massStyle(m), t, &PerfPoint::VKmh, &PerfPoint::Vz));
         markBest(sink, sink.series.back(), t, &PerfPoint::Vz);
@@ -145,13 +144,15 @@ void buildSpeedPolarCharts(Workbench& wb) {
         const bool flyingWing = s.val(F_GEO_SF_REGLAGES::Ch_Aile) == 1;
         for (int m = 0; m < 2; ++m) {
             const PerfTableT& t = perf.PerfTableLisse[static_cast<size_t>(a + 3 * m)];
-            lift.series.push_back(seriesOf(12 + m, std::string("cz") + massSuffix(m), kAirfoilColours[0],
-                                           massStyle(m), t, &PerfPoint::VKmh, &PerfPoint::CzAvion));
+            const std::string mass = MassWords(wb.settings.languageCode, m);
+            lift.series.push_back(seriesOf(12 + m, "cz" + mass, kAirfoilColours[0], massStyle(m), t, &PerfPoint::VKmh,
+                                           &PerfPoint::CzAvion));
         }
         for (int m = 0; m < 2; ++m) {
             const PerfTableT& t = perf.PerfTableLisse[static_cast<size_t>(a + 3 * m)];
-            ChartSeries stab = seriesOf(14 + m, std::string("cz stab") + massSuffix(m), kAirfoilColours[1],
-                                        massStyle(m), t, &PerfPoint::VKmh, &PerfPoint::CzStab);
+            const std::string mass = MassWords(wb.settings.languageCode, m);
+            ChartSeries stab = seriesOf(14 + m, "cz stab" + mass, kAirfoilColours[1], massStyle(m), t, &PerfPoint::VKmh,
+                                        &PerfPoint::CzStab);
             // A flying wing has no stabiliser to trim with.
             if (flyingWing)
                 for (ChartPoint& p : stab.points) p.y = 0;
@@ -284,7 +285,7 @@ void Courbes_ReConstant(Workbench& wb) {
         PerfTableT plotted = result;
         KeepSingleFinesseMaximum(plotted);
         plotted = smoothTable(plotted);
-        const std::string name = airfoilCaption(s, a) + massSuffix(m);
+        const std::string name = airfoilCaption(s, a) + MassWords(wb.settings.languageCode, m);
         finesse.series.push_back(seriesOf(200 + slot, name, kAirfoilColours[a], massStyle(m), plotted,
                                           &PerfPoint::CzAvion, &PerfPoint::Finesse));
         power.series.push_back(seriesOf(300 + slot, name, kAirfoilColours[a], massStyle(m), plotted,

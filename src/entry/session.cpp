@@ -237,14 +237,13 @@ void CloseAllPanels(Workbench& wb) {
 void SetRunLanguage(Workbench& wb, const std::string& code) {
     wb.settings.languageCode = code;
     wb.languageFilePath = languageFile(wb.home(), code).string();
-    // The texts the calculations write: the design window's summary, the
-    // NACA generator's input captions and the words of the centring plan.
+    // The texts the calculations write: the design window's summary and the
+    // NACA generator's input captions (the windows draw the plans' words
+    // again themselves). The analysis windows' series take their new names
+    // with the next recalculation, as those windows take their captions when
+    // next activated: redrawing every chart now would double the switch's time.
     BuildSummary(wb.sheet, code);
     NacaCaptions(wb);
-    if (wb.isOpen(button::View3D)) {
-        auto it = wb.panelRefresh.find(button::View3D);
-        if (it != wb.panelRefresh.end() && it->second) it->second(wb);
-    }
 }
 
 void ChangeLanguage(Workbench& wb, const std::string& code) {

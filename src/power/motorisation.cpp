@@ -151,7 +151,7 @@ PowerBalance Equilibre_Puissances(const Workbench& wb) {
         if (caption.empty()) caption = s.text(F_PROFILS::L_PROFIL[airfoil]);
         ChartSeries sr;
         sr.code = slot;
-        sr.name = caption + (massIndex == 0 ? " masse mini" : " masse maxi");
+        sr.name = caption + MassWords(wb.settings.languageCode, massIndex);
         sr.colour = kAirfoilColours[airfoil];
         sr.style = massIndex == 0 ? linestyle::Solid : linestyle::Dashed;
         sr.points = std::move(pts);

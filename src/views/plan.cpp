@@ -6,6 +6,7 @@
 #include <optional>
 #include <string_view>
 
+#include "core/translations.h"
 #include "design/geometry.h"
 #include "design/summary.h"
 #include "core/numbers.h"
@@ -380,12 +381,7 @@ struct CentringParts {
 };
 
 // The centring plan's words in English, Spanish and Italian, by their French.
-struct PlanWords {
-    const char* french;
-    const char* other[3];
-};
-
-constexpr PlanWords kPlanWords[] = {
+constexpr Translation kPlanWords[] = {
     {"Foyer Aile", {"Wing NP", "Foco ala", "Fuoco ala"}},
     {"Foyer Global", {"Overall NP", "Foco global", "Fuoco globale"}},
     {"Foyer Stab", {"Tail NP", "Foco estab.", "Fuoco stab."}},
@@ -402,12 +398,7 @@ constexpr PlanWords kPlanWords[] = {
 
 // A word of the plan in the run's language; French as the plan was written.
 const char* planWord(const Workbench& wb, const char* french) {
-    const std::string& code = wb.settings.languageCode;
-    const int lang = code == "1" ? 0 : code == "2" ? 1 : code == "3" ? 2 : -1;
-    if (lang < 0) return french;
-    for (const PlanWords& w : kPlanWords)
-        if (std::string_view(french) == w.french) return w.other[lang];
-    return french;
+    return InLanguage(kPlanWords, french, wb.settings.languageCode);
 }
 
 CentringParts centringParts(const Workbench& wb) {

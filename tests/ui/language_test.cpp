@@ -146,6 +146,9 @@ private slots:
         QCOMPARE(perfChart->chart()->title(), chartEnglish);
         f.bridge->enter([&] { Type(f.wb, F_GEO_SF::b7, "900"); PressEnter(f.wb, F_GEO_SF::b7); });
         QCOMPARE(perfChart->chart()->title(), chartEnglish);
+        // The series the calculation names take the new words with it.
+        QVERIFY(!perfChart->data().series.empty());
+        QVERIFY2(perfChart->data().series.front().name.ends_with(" min mass"), perfChart->data().series.front().name.c_str());
 
         // Back to French: everything the language changed is French again.
         chooseLanguage(f, 0);

@@ -357,6 +357,11 @@ public:
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override {
         const auto type = event->type();
+        // Qt tells every widget when its own translations change; ours take
+        // their texts from the language files, and Qt's dialogs are made
+        // anew each time they open: the round of every widget (a third of a
+        // switch's time) is spared.
+        if (type == QEvent::LanguageChange) return true;
         if ((type == QEvent::Show || type == QEvent::WindowActivate) && watched->isWidgetType() &&
             isLanguageForm(watched)) {
             ApplyLanguage(static_cast<QWidget*>(watched), wb_);

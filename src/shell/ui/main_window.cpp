@@ -311,7 +311,8 @@ void MainWindow::buildCentre() {
     });
 
     design_ = new DesignWindow(wb_, bridge_);
-    design_->setViewArea(new DesignViewArea(wb_, bridge_));
+    viewArea_ = new DesignViewArea(wb_, bridge_);
+    design_->setViewArea(viewArea_);
     setCentralWidget(design_);
 }
 
@@ -736,6 +737,7 @@ void MainWindow::applyLanguage() {
     if (auto* settings = qobject_cast<QWidget*>(settingsPlace_->widget())) ApplyLanguage(settings, wb_);
     ApplyLanguage(airfoils_, wb_);
     ApplyLanguage(design_, wb_);
+    viewArea_->redrawPlans();
     // The language entries show which one is chosen.
     for (QAction* a : menuBar()->findChildren<QAction*>(QStringLiteral("IM_Language")))
         a->setChecked(wb_.settings.languageCode == std::to_string(a->property("index").toInt()));

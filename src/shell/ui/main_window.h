@@ -22,6 +22,7 @@ namespace tarvokin::ui {
 class SheetBridge;
 class AirfoilWindow;
 class DesignWindow;
+class DesignViewArea;
 
 class MainWindow : public QMainWindow {
     Q_OBJECT
@@ -98,6 +99,7 @@ private:
     QScrollArea* settingsPlace_ = nullptr;
     AirfoilWindow* airfoils_ = nullptr;
     DesignWindow* design_ = nullptr;
+    DesignViewArea* viewArea_ = nullptr;
     std::array<bool, 2> motorTabShown_{};
     std::map<int, bool> analysisOpen_;
     QDockWidget* airfoilDock_ = nullptr;

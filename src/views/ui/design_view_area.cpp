@@ -267,6 +267,11 @@ void DesignViewArea::showView(PlanView v) {
     }
 }
 
+void DesignViewArea::redrawPlans() {
+    centring_->refresh();
+    if (view_ != PlanView::Vue3D) flat_->refresh();
+}
+
 void DesignViewArea::redrawAll() {
     view3d_->rebuild();
     centring_->refresh();

@@ -35,6 +35,8 @@ public:
     PlanView currentView() const { return view_; }
     // Rebuilds the scene and redraws the plans from the fields.
     void redrawAll();
+    // The plans drawn again (their words follow the language), not the 3D scene.
+    void redrawPlans();
     // The plan on screen (the flat view, else the centring plan) as files.
     bool exportPlan(const QString& file);
 

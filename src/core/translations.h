@@ -1,0 +1,21 @@
+// Words the calculations write (captions of a generator's inputs, the texts of
+// a plan), in the four languages of the program: French as written, then the
+// English, Spanish and Italian forms, looked up by the French.
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace tarvokin {
+
+struct Translation {
+    const char* french;
+    const char* other[3];  // "1" English, "2" Spanish, "3" Italian
+};
+
+// `french` in the language of `languageCode`; French itself for "0", an
+// unknown code, or a word the table lacks.
+const char* InLanguage(std::span<const Translation> table, const char* french, const std::string& languageCode);
+
+}  // namespace tarvokin

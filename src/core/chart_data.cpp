@@ -12,15 +12,6 @@ void ChartData::dropNonFinite() {
     std::erase_if(markers, [](const ChartMarker& m) { return !std::isfinite(m.x) || !std::isfinite(m.y); });
 }
 
-const char* MassWords(const std::string& languageCode, int mass) {
-    static constexpr const char* kWords[4][2] = {{" masse mini", " masse maxi"},
-                                                 {" min mass", " max mass"},
-                                                 {" masa mín.", " masa máx."},
-                                                 {" massa min.", " massa max."}};
-    const int lang = languageCode == "1" ? 1 : languageCode == "2" ? 2 : languageCode == "3" ? 3 : 0;
-    return kWords[lang][mass == 0 ? 0 : 1];
-}
-
 std::vector<ChartPoint> Smooth_Curve(const std::vector<ChartPoint>& in) {
     if (in.size() < 2) return in;
     std::vector<ChartPoint> out(2 * in.size() - 1);

@@ -60,11 +60,6 @@ struct ChartData {
     bool operator==(const ChartData&) const = default;
 };
 
-// What follows an airfoil's name in a series drawn at the model's lightest
-// (mass 0) or heaviest (mass 1) mass, in the language of `languageCode`
-// ("0" French " masse mini", "1" English, "2" Spanish, "3" Italian).
-const char* MassWords(const std::string& languageCode, int mass);
-
 // The smoothing every plotted performance curve goes through: from n + 1 points
 // it makes 2n + 1 (midpoints inserted), then each inner original point P becomes
 // P * (1 - 0.5) + (0.5 / 2) * (sum of its two neighbours); the ends stay.

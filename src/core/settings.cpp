@@ -6,6 +6,7 @@
 #include "core/profile_file.h"
 #include "core/sheet.h"
 #include "core/text_case.h"
+#include "core/translations.h"
 
 namespace tarvokin {
 
@@ -81,12 +82,8 @@ Settings readSettings(const std::filesystem::path& settingsFile, const std::file
 }
 
 std::filesystem::path languageFile(const std::filesystem::path& home, const std::string& code) {
-    const char* name = "Francais.lng";
-    const std::string c = trim(code);
-    if (c == "1") name = "Anglais.lng";
-    else if (c == "2") name = "Espagnol.lng";
-    else if (c == "3") name = "Italien.lng";
-    return home / "lang" / name;
+    static constexpr const char* kFiles[4] = {"Francais.lng", "Anglais.lng", "Espagnol.lng", "Italien.lng"};
+    return home / "lang" / kFiles[LanguageIndex(code)];
 }
 
 // ---- F_PREFER ----------------------------------------------------------------

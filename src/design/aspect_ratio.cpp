@@ -11,6 +11,7 @@
 #include "airfoils/polar_lookup.h"
 #include "design/geometry.h"
 #include "core/workbench.h"
+#include "core/translations.h"
 
 namespace tarvokin {
 

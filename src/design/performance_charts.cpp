@@ -8,6 +8,7 @@
 #include "airfoils/polar_lookup.h"
 #include "design/performance.h"
 #include "core/workbench.h"
+#include "core/translations.h"
 
 namespace tarvokin {
 

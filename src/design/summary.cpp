@@ -3,6 +3,7 @@
 #include <string>
 
 #include "core/sheet.h"
+#include "core/translations.h"
 
 namespace tarvokin {
 
@@ -14,47 +15,43 @@ std::string withUnit(const std::string& value, const char* unit) {
     return value + unit;
 }
 
-// The heading and the twelve captions of the summary, by language.
-struct SummaryWords {
-    const char* heading;
-    const char* line[12];
-};
-
-constexpr SummaryWords kWords[4] = {
-    {"Aile",
-     {"Profil : ", "Envergure : ", "Surface : ", "Allongement : ", "Corde moyenne : ", "Foyer : ", "Masses : ",
-      "Charges alaires : ", "Surface stab : ", "Levier stab : ", "Calage aile : ", "Calage stab : "}},
-    {"Wing",
-     {"Airfoil : ", "Span : ", "Area : ", "Aspect ratio : ", "Mean chord : ", "Neutral point : ", "Masses : ",
-      "Wing loadings : ", "Tailplane area : ", "Tail moment arm : ", "Wing incidence : ", "Tailplane incidence : "}},
-    {"Ala",
-     {"Perfil : ", "Envergadura : ", "Superficie : ", "Alargamiento : ", "Cuerda media : ", "Foco : ", "Masas : ",
-      "Cargas alares : ", "Superficie estab. : ", "Brazo estab. : ", "Calaje ala : ", "Calaje estab. : "}},
-    {"Ala",
-     {"Profilo : ", "Apertura : ", "Superficie : ", "Allungamento : ", "Corda media : ", "Fuoco : ", "Masse : ",
-      "Carichi alari : ", "Superficie stab. : ", "Braccio stab. : ", "Calettamento ala : ", "Calettamento stab. : "}},
+// The heading and the captions of the summary in English, Spanish and Italian.
+constexpr Translation kWords[] = {
+    {"Aile", {"Wing", "Ala", "Ala"}},
+    {"Profil : ", {"Airfoil : ", "Perfil : ", "Profilo : "}},
+    {"Envergure : ", {"Span : ", "Envergadura : ", "Apertura : "}},
+    {"Surface : ", {"Area : ", "Superficie : ", "Superficie : "}},
+    {"Allongement : ", {"Aspect ratio : ", "Alargamiento : ", "Allungamento : "}},
+    {"Corde moyenne : ", {"Mean chord : ", "Cuerda media : ", "Corda media : "}},
+    {"Foyer : ", {"Neutral point : ", "Foco : ", "Fuoco : "}},
+    {"Masses : ", {"Masses : ", "Masas : ", "Masse : "}},
+    {"Charges alaires : ", {"Wing loadings : ", "Cargas alares : ", "Carichi alari : "}},
+    {"Surface stab : ", {"Tailplane area : ", "Superficie estab. : ", "Superficie stab. : "}},
+    {"Levier stab : ", {"Tail moment arm : ", "Brazo estab. : ", "Braccio stab. : "}},
+    {"Calage aile : ", {"Wing incidence : ", "Calaje ala : ", "Calettamento ala : "}},
+    {"Calage stab : ", {"Tailplane incidence : ", "Calaje estab. : ", "Calettamento stab. : "}},
 };
 
 }  // namespace
 
 void BuildSummary(Sheet& s, const std::string& languageCode) {
-    const std::string code = languageCode.size() == 1 ? languageCode : std::string("0");
-    const SummaryWords& w = kWords[code[0] >= '0' && code[0] <= '3' ? code[0] - '0' : 0];
-    s.set(F_3D::Label17, w.heading);
+    const auto w = [&languageCode](const char* french) { return std::string(InLanguage(kWords, french, languageCode)); };
+    s.set(F_3D::Label17, w("Aile"));
     const std::string lines[12] = {
-        w.line[0] + s.text(F_3D::Combo5),
-        w.line[1] + withUnit(s.text(F_3D::j6), " mm"),
-        w.line[2] + withUnit(s.text(F_3D::j4), " dm²"),
-        w.line[3] + s.text(F_3D::j7),
-        w.line[4] + withUnit(s.text(F_3D::j5), " mm"),
-        w.line[5] + withUnit(s.text(F_GEO_SF::j9), " mm"),
-        w.line[6] + withUnit(s.text(F_GEO_SF_REGLAGES::H30), " gr") + " / " +
+        w("Profil : ") + s.text(F_3D::Combo5),
+        w("Envergure : ") + withUnit(s.text(F_3D::j6), " mm"),
+        w("Surface : ") + withUnit(s.text(F_3D::j4), " dm²"),
+        w("Allongement : ") + s.text(F_3D::j7),
+        w("Corde moyenne : ") + withUnit(s.text(F_3D::j5), " mm"),
+        w("Foyer : ") + withUnit(s.text(F_GEO_SF::j9), " mm"),
+        w("Masses : ") + withUnit(s.text(F_GEO_SF_REGLAGES::H30), " gr") + " / " +
             withUnit(s.text(F_GEO_SF_REGLAGES::I30), " gr"),
-        w.line[7] + s.text(F_GEO_SF_REGLAGES::H32) + " / " + withUnit(s.text(F_GEO_SF_REGLAGES::I32), " g/dm²"),
-        w.line[8] + withUnit(s.text(F_GEO_STAB::j15), " dm²"),
-        w.line[9] + withUnit(s.text(F_GEO_STAB::j21), " mm"),
-        w.line[10] + withUnit(s.text(F_GEO_SF_REGLAGES::F31), " °"),
-        w.line[11] + withUnit(s.text(F_GEO_SF_REGLAGES::F30), " °"),
+        w("Charges alaires : ") + s.text(F_GEO_SF_REGLAGES::H32) + " / " +
+            withUnit(s.text(F_GEO_SF_REGLAGES::I32), " g/dm²"),
+        w("Surface stab : ") + withUnit(s.text(F_GEO_STAB::j15), " dm²"),
+        w("Levier stab : ") + withUnit(s.text(F_GEO_STAB::j21), " mm"),
+        w("Calage aile : ") + withUnit(s.text(F_GEO_SF_REGLAGES::F31), " °"),
+        w("Calage stab : ") + withUnit(s.text(F_GEO_SF_REGLAGES::F30), " °"),
     };
     for (int i = 0; i < 12; ++i) s.set(F_3D::Label_2[i], lines[i]);
 }

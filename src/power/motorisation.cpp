@@ -12,6 +12,7 @@
 #include "core/text_case.h"
 #include "core/workbench.h"
 #include "core/project_key.h"
+#include "core/translations.h"
 
 namespace tarvokin {
 

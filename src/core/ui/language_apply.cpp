@@ -28,6 +28,7 @@
 
 #include "core/language.h"
 #include "core/settings.h"
+#include "core/translations.h"
 #include "core/ui/chart_panel.h"
 #include "core/workbench.h"
 
@@ -389,7 +390,8 @@ void UseToolkitLanguage(const std::string& languageCode) {
         delete current;
     }
     // English is the toolkit's own; a missing translation leaves it so.
-    const char* suffix = languageCode == "0" ? "fr" : languageCode == "2" ? "es" : languageCode == "3" ? "it" : nullptr;
+    static constexpr const char* kQtNames[4] = {"fr", nullptr, "es", "it"};
+    const char* suffix = kQtNames[LanguageIndex(languageCode)];
     if (!suffix) return;
     auto* t = new QTranslator(qApp);
     if (t->load(QStringLiteral("qtbase_") + QLatin1String(suffix), QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {

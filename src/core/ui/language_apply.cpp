@@ -263,7 +263,7 @@ private:
                 add(QString::fromLatin1(suffix), [french] { return french; }, {});
             }
         }
-        if (!w->toolTip().isEmpty() && hasLetter(w->toolTip())) {
+        if (hasLetter(w->toolTip())) {
             add(QStringLiteral("ToolTipText"), [w] { return w->toolTip(); }, [w](const QString& t) { w->setToolTip(t); });
         }
     }
